@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+class Lyric;
+
+// One timed line of a lyric document. Start times are read through the document's current
+// offset; end times are fixed when the document is sorted and do not follow later offsets.
+class LRCItem {
+public:
+    LRCItem() = default;
+    ~LRCItem();
+    LRCItem(const LRCItem&) = delete;
+    LRCItem& operator=(const LRCItem&) = delete;
+
+    // Reads a tag such as "[01:23.45]" and remembers the document (not owned).
+    void parseTimeFromTag(QStringView tag, Lyric* lyric);
+
+    // The stored start plus the document's offset, summed in double, narrowed to float.
+    float startTime() const;
+    void setStartTime(float seconds) { m_startTime = seconds; }
+    float endTime() const { return m_endTime; }
+    void setEndTime(float seconds) { m_endTime = seconds; }
+    const QString& content() const { return m_content; }
+    void setContent(const QString& content) { m_content = content; }
+    int index() const { return m_index; }
+    void setIndex(int index) { m_index = index; }
+    int minute() const { return m_minute; }
+    float second() const { return m_second; }
+    Lyric* lyric() const { return m_lyric; }
+
+    // "[minute:second] content", the seconds with six decimals: "[1:23.450000] Hello".
+    QString description() const;
+
+private:
+    float m_startTime = 0.0f;
+    float m_endTime = 0.0f;
+    QString m_content;
+    int m_minute = 0;
+    float m_second = 0.0f;
+    int m_index = 0;
+    Lyric* m_lyric = nullptr;
+};
+
+enum class LRCOrdering { Less = -1, Same = 0, Greater = 1 };
+
+// Orders by start time, but treats start times less than a whole second apart as the same:
+// lines that close keep the order the (stable) sort leaves them in. A non-null context sorts
+// ascending; a null one reverses the answers. Only the context's presence matters.
+LRCOrdering SortLRCItem(const LRCItem& a, const LRCItem& b, const void* context);

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <cstdint>
+#include <optional>
+
+// The LRC grammar, matched with ICU regular expressions (ICU's meaning of \d, \s and "." is
+// the one the format relies on). Texts are handed to ICU as read-only views, never copied.
+namespace lrc {
+
+// The patterns as the format defines them.
+inline constexpr char16_t kOffsetPattern[] = u"\\[offset:[+-]?\\d+\\]";
+inline constexpr char16_t kOffsetNumberPattern[] = u"[+-]?\\d+";
+inline constexpr char16_t kTimeTagPattern[] = u"\\[\\d+:\\d+\\.?\\d*\\]";
+inline constexpr char16_t kContentPattern[] = u"\\s*\\[.+\\]";
+
+// Time tags in order of position, each cut out of the line before the next search, so that
+// a tag that forms only after a removal is found too.
+QStringList tagsFromLine(QStringView line);
+// Everything after the first match of kContentPattern, untrimmed; empty when none.
+QString contentFromLine(QStringView line);
+// The first offset tag anywhere in the text, and the signed milliseconds it holds.
+struct OffsetTag {
+    QString text;
+    std::int32_t milliseconds = 0;
+};
+std::optional<OffsetTag> findOffsetTag(QStringView text);
+
+// Number readers with the semantics of the format's integer and float reads: leading blanks,
+// an optional sign, ASCII digits; an integer saturates at the 32-bit limits, a float that is
+// too large reads as infinity; no digits read as 0.
+std::int32_t readInt32(QStringView text);
+float readFloat(QStringView text);
+
+// Straightforward versions, matching the patterns exactly as written and deleting each tag
+// before searching again from the start. Quadratic on hostile lines; the fuzzer and the tests
+// check the functions above against them.
+namespace reference {
+QStringList tagsFromLine(QStringView line);
+QString contentFromLine(QStringView line);
+} // namespace reference
+
+} // namespace lrc

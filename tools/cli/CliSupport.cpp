@@ -1,0 +1,146 @@
+#include "CliSupport.h"
+
+#include "lyric/Lyric.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+namespace cli {
+
+void usageError(const QString& sentence)
+{
+    throw Failure(UsageError, sentence);
+}
+
+void inputError(const QString& sentence)
+{
+    throw Failure(InputError, sentence);
+}
+
+void printHelp(const Help& help)
+{
+    writeRaw(QStringLiteral("Usage: versewick-cli %1\n\n%2\n").arg(help.usage, help.description));
+}
+
+bool wantsHelp(const QStringList& args)
+{
+    return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
+}
+
+QByteArray readInput(const QString& fileOrDash)
+{
+    QFile file;
+    const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
+    if (fromStdin) {
+        if (!file.open(stdin, QIODevice::ReadOnly))
+            inputError(QStringLiteral("Cannot read standard input."));
+    } else {
+        file.setFileName(fileOrDash);
+        if (!file.open(QIODevice::ReadOnly))
+            inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, file.errorString()));
+    }
+    return file.readAll();
+}
+
+QString readUtf8Text(const QString& fileOrDash)
+{
+    QString error;
+    const auto text = Lyric::decodeText(readInput(fileOrDash), Lyric::UTF8Encoding, &error);
+    if (!text) {
+        const QString name = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-")
+                                 ? QStringLiteral("standard input")
+                                 : fileOrDash;
+        inputError(QStringLiteral("Cannot read %1: it is not UTF-8 text.").arg(name));
+    }
+    return *text;
+}
+
+double parseNumber(const QString& text, const QString& what)
+{
+    bool ok = false;
+    const double value = text.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(value))
+        usageError(QStringLiteral("%1 must be a number of seconds, not \"%2\".").arg(what, text));
+    return value;
+}
+
+void writeRaw(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+}
+
+QByteArray toJson(const QJsonValue& value)
+{
+    if (value.isObject())
+        return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
+    if (value.isArray())
+        return QJsonDocument(value.toArray()).toJson(QJsonDocument::Compact);
+    // A scalar: serialize it as the only element of an array and drop the brackets.
+    const QByteArray wrapped = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return wrapped.mid(1, wrapped.size() - 2);
+}
+
+QByteArray toJson(const QList<JsonObject>& values)
+{
+    QByteArray json = "[";
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        if (i > 0)
+            json += ',';
+        json += values[i].bytes();
+    }
+    return json + "]";
+}
+
+JsonObject& JsonObject::addRaw(const QString& key, const QByteArray& json)
+{
+    if (!m_body.isEmpty())
+        m_body += ',';
+    m_body += toJson(QJsonValue(key)) + ':' + json;
+    return *this;
+}
+
+JsonObject& JsonObject::add(const QString& key, const QJsonValue& value)
+{
+    return addRaw(key, toJson(value));
+}
+
+JsonObject& JsonObject::add(const QString& key, const JsonObject& value)
+{
+    return addRaw(key, value.bytes());
+}
+
+JsonObject& JsonObject::addArray(const QString& key, const QList<JsonObject>& values)
+{
+    return addRaw(key, toJson(values));
+}
+
+void writeJsonLine(const QByteArray& json)
+{
+    const QByteArray bytes = json + '\n';
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+}
+
+QJsonValue jsonFloat(float value)
+{
+    if (!std::isfinite(value))
+        return QJsonValue::Null;
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    double widened = 0.0;
+    std::from_chars(buffer, result.ptr, widened);
+    return widened;
+}
+
+QJsonValue jsonString(const QString& text)
+{
+    return text.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
+}
+
+} // namespace cli

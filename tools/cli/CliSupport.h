@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <stdexcept>
+
+// Conventions shared by every versewick-cli command: JSON on standard output, one sentence on
+// standard error, exit status 2 for wrong usage and 1 for input that cannot be read.
+namespace cli {
+
+enum ExitCode { Ok = 0, InputError = 1, UsageError = 2 };
+
+// Thrown by commands; main() prints the sentence and exits with the code.
+struct Failure : std::runtime_error {
+    Failure(ExitCode code, const QString& sentence)
+        : std::runtime_error(sentence.toStdString())
+        , code(code)
+    {
+    }
+    ExitCode code;
+};
+
+[[noreturn]] void usageError(const QString& sentence);
+[[noreturn]] void inputError(const QString& sentence);
+
+// A command's help text; printHelp writes it to standard output.
+struct Help {
+    QString usage;       // "lrc dump [FILE|-]"
+    QString description; // what it does and what it prints
+};
+void printHelp(const Help& help);
+bool wantsHelp(const QStringList& args);
+
+// The bytes of FILE, or of standard input for "-" or no argument.
+QByteArray readInput(const QString& fileOrDash);
+// The text of FILE (or standard input) decoded as UTF-8, as lyric files are read.
+QString readUtf8Text(const QString& fileOrDash);
+
+double parseNumber(const QString& text, const QString& what);
+
+void writeRaw(const QString& text);
+
+// JSON objects that keep their keys in the order given (QJsonObject sorts them); values are
+// serialized by Qt.
+class JsonObject {
+public:
+    JsonObject& add(const QString& key, const QJsonValue& value);
+    JsonObject& add(const QString& key, const JsonObject& value);
+    JsonObject& addArray(const QString& key, const QList<JsonObject>& values);
+    QByteArray bytes() const { return "{" + m_body + "}"; }
+
+private:
+    JsonObject& addRaw(const QString& key, const QByteArray& json);
+    QByteArray m_body;
+};
+QByteArray toJson(const QJsonValue& value);
+QByteArray toJson(const QList<JsonObject>& values);
+void writeJsonLine(const QByteArray& json);
+
+// A float as the shortest decimal that reads back as that float (10.6, not
+// 10.600000381469727); JSON null for infinities and NaN, which JSON cannot hold.
+QJsonValue jsonFloat(float value);
+QJsonValue jsonString(const QString& text); // null for an absent string
+
+} // namespace cli
