@@ -6,7 +6,6 @@
 #include <ostream>
 
 // Readable failure messages for Qt values.
-inline void PrintTo(const QString& text, std::ostream* os)
-{
+inline void PrintTo(const QString& text, std::ostream* os) {
     *os << '"' << text.toStdString() << '"';
 }

@@ -7,8 +7,7 @@
 
 TempHome::TempHome() = default;
 
-QString TempHome::write(const QString& name, const QByteArray& bytes) const
-{
+QString TempHome::write(const QString& name, const QByteArray& bytes) const {
     const QString path = filePath(name);
     QFile file(path);
     if (file.open(QIODevice::WriteOnly))
@@ -21,27 +20,23 @@ std::mutex gMutex;
 QStringList gLines;
 QtMessageHandler gPrevious = nullptr;
 
-void capture(QtMsgType, const QMessageLogContext&, const QString& message)
-{
+void capture(QtMsgType, const QMessageLogContext&, const QString& message) {
     std::lock_guard lock(gMutex);
     gLines.append(message);
 }
 } // namespace
 
-MessageCapture::MessageCapture()
-{
+MessageCapture::MessageCapture() {
     std::lock_guard lock(gMutex);
     gLines.clear();
     gPrevious = qInstallMessageHandler(capture);
 }
 
-MessageCapture::~MessageCapture()
-{
+MessageCapture::~MessageCapture() {
     qInstallMessageHandler(gPrevious);
 }
 
-QStringList MessageCapture::lines() const
-{
+QStringList MessageCapture::lines() const {
     std::lock_guard lock(gMutex);
     return gLines;
 }

@@ -13,28 +13,23 @@
 
 namespace cli {
 
-void usageError(const QString& sentence)
-{
+void usageError(const QString& sentence) {
     throw Failure(UsageError, sentence);
 }
 
-void inputError(const QString& sentence)
-{
+void inputError(const QString& sentence) {
     throw Failure(InputError, sentence);
 }
 
-void printHelp(const Help& help)
-{
+void printHelp(const Help& help) {
     writeRaw(QStringLiteral("Usage: versewick-cli %1\n\n%2\n").arg(help.usage, help.description));
 }
 
-bool wantsHelp(const QStringList& args)
-{
+bool wantsHelp(const QStringList& args) {
     return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
 }
 
-QByteArray readInput(const QString& fileOrDash)
-{
+QByteArray readInput(const QString& fileOrDash) {
     QFile file;
     const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
     if (fromStdin) {
@@ -48,8 +43,7 @@ QByteArray readInput(const QString& fileOrDash)
     return file.readAll();
 }
 
-QString readUtf8Text(const QString& fileOrDash)
-{
+QString readUtf8Text(const QString& fileOrDash) {
     QString error;
     const auto text = Lyric::decodeText(readInput(fileOrDash), Lyric::UTF8Encoding, &error);
     if (!text) {
@@ -61,8 +55,7 @@ QString readUtf8Text(const QString& fileOrDash)
     return *text;
 }
 
-double parseNumber(const QString& text, const QString& what)
-{
+double parseNumber(const QString& text, const QString& what) {
     bool ok = false;
     const double value = text.trimmed().toDouble(&ok);
     if (!ok || !std::isfinite(value))
@@ -70,14 +63,12 @@ double parseNumber(const QString& text, const QString& what)
     return value;
 }
 
-void writeRaw(const QString& text)
-{
+void writeRaw(const QString& text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
 }
 
-QByteArray toJson(const QJsonValue& value)
-{
+QByteArray toJson(const QJsonValue& value) {
     if (value.isObject())
         return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
     if (value.isArray())
@@ -87,8 +78,7 @@ QByteArray toJson(const QJsonValue& value)
     return wrapped.mid(1, wrapped.size() - 2);
 }
 
-QByteArray toJson(const QList<JsonObject>& values)
-{
+QByteArray toJson(const QList<JsonObject>& values) {
     QByteArray json = "[";
     for (qsizetype i = 0; i < values.size(); ++i) {
         if (i > 0)
@@ -98,37 +88,31 @@ QByteArray toJson(const QList<JsonObject>& values)
     return json + "]";
 }
 
-JsonObject& JsonObject::addRaw(const QString& key, const QByteArray& json)
-{
+JsonObject& JsonObject::addRaw(const QString& key, const QByteArray& json) {
     if (!m_body.isEmpty())
         m_body += ',';
     m_body += toJson(QJsonValue(key)) + ':' + json;
     return *this;
 }
 
-JsonObject& JsonObject::add(const QString& key, const QJsonValue& value)
-{
+JsonObject& JsonObject::add(const QString& key, const QJsonValue& value) {
     return addRaw(key, toJson(value));
 }
 
-JsonObject& JsonObject::add(const QString& key, const JsonObject& value)
-{
+JsonObject& JsonObject::add(const QString& key, const JsonObject& value) {
     return addRaw(key, value.bytes());
 }
 
-JsonObject& JsonObject::addArray(const QString& key, const QList<JsonObject>& values)
-{
+JsonObject& JsonObject::addArray(const QString& key, const QList<JsonObject>& values) {
     return addRaw(key, toJson(values));
 }
 
-void writeJsonLine(const QByteArray& json)
-{
+void writeJsonLine(const QByteArray& json) {
     const QByteArray bytes = json + '\n';
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
 }
 
-QJsonValue jsonFloat(float value)
-{
+QJsonValue jsonFloat(float value) {
     if (!std::isfinite(value))
         return QJsonValue::Null;
     char buffer[64];
@@ -138,8 +122,7 @@ QJsonValue jsonFloat(float value)
     return widened;
 }
 
-QJsonValue jsonString(const QString& text)
-{
+QJsonValue jsonString(const QString& text) {
     return text.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
 }
 

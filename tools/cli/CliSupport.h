@@ -17,9 +17,7 @@ enum ExitCode { Ok = 0, InputError = 1, UsageError = 2 };
 struct Failure : std::runtime_error {
     Failure(ExitCode code, const QString& sentence)
         : std::runtime_error(sentence.toStdString())
-        , code(code)
-    {
-    }
+        , code(code) {}
     ExitCode code;
 };
 

@@ -4,19 +4,18 @@
 
 #include "lyric/Lyric.h"
 
-
 namespace cli {
 namespace {
 
 const Help kLrcHelp{
     QStringLiteral("lrc dump|at|readable|offset ..."),
-    QStringLiteral(
-        "Reads an LRC file (UTF-8) through the lyric model.\n\n"
-        "  dump [FILE|-]          the parsed document as one JSON object\n"
-        "  at FILE T...           the line sung at each time T (seconds), one JSON object per line\n"
-        "  readable FILE          the lines' texts without time tags\n"
-        "  offset FILE SECONDS    the text with the offset tag set to SECONDS\n\n"
-        "Run 'versewick-cli lrc COMMAND --help' for one command.")};
+    QStringLiteral("Reads an LRC file (UTF-8) through the lyric model.\n\n"
+                   "  dump [FILE|-]          the parsed document as one JSON object\n"
+                   "  at FILE T...           the line sung at each time T (seconds), one JSON "
+                   "object per line\n"
+                   "  readable FILE          the lines' texts without time tags\n"
+                   "  offset FILE SECONDS    the text with the offset tag set to SECONDS\n\n"
+                   "Run 'versewick-cli lrc COMMAND --help' for one command.")};
 
 const Help kDumpHelp{
     QStringLiteral("lrc dump [FILE|-]"),
@@ -43,13 +42,11 @@ const Help kOffsetHelp{
                    "\"[offset:<milliseconds>]\" replaces the earlier one, or is appended on a\n"
                    "line of its own.")};
 
-void parseInto(Lyric& lyric, const QString& fileOrDash)
-{
+void parseInto(Lyric& lyric, const QString& fileOrDash) {
     lyric.parseLRCcontent(readUtf8Text(fileOrDash));
 }
 
-int dump(const QStringList& args)
-{
+int dump(const QStringList& args) {
     if (args.size() > 1)
         usageError(QStringLiteral("lrc dump takes at most one FILE."));
     Lyric lyric;
@@ -74,8 +71,7 @@ int dump(const QStringList& args)
     return Ok;
 }
 
-int at(const QStringList& args)
-{
+int at(const QStringList& args) {
     if (args.size() < 2)
         usageError(QStringLiteral("lrc at needs a FILE and at least one time."));
     QList<double> times;
@@ -95,8 +91,7 @@ int at(const QStringList& args)
     return Ok;
 }
 
-int readable(const QStringList& args)
-{
+int readable(const QStringList& args) {
     if (args.size() != 1)
         usageError(QStringLiteral("lrc readable needs exactly one FILE."));
     Lyric lyric;
@@ -105,8 +100,7 @@ int readable(const QStringList& args)
     return Ok;
 }
 
-int offset(const QStringList& args)
-{
+int offset(const QStringList& args) {
     if (args.size() != 2)
         usageError(QStringLiteral("lrc offset needs a FILE and SECONDS."));
     const double seconds = parseNumber(args[1], QStringLiteral("SECONDS"));
@@ -119,8 +113,7 @@ int offset(const QStringList& args)
 
 } // namespace
 
-int runLrcCommand(const QStringList& args)
-{
+int runLrcCommand(const QStringList& args) {
     struct Sub {
         const char* name;
         const Help* help;
@@ -144,8 +137,8 @@ int runLrcCommand(const QStringList& args)
             return sub.run(rest);
         }
     }
-    usageError(QStringLiteral("Unknown lrc command \"%1\"; try 'versewick-cli lrc --help'.")
-                   .arg(args[0]));
+    usageError(
+        QStringLiteral("Unknown lrc command \"%1\"; try 'versewick-cli lrc --help'.").arg(args[0]));
 }
 
 } // namespace cli

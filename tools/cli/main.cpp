@@ -19,8 +19,7 @@ const cli::Help kTopHelp{
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
-int run(const QStringList& args)
-{
+int run(const QStringList& args) {
     if (args.isEmpty()) {
         cli::printHelp(kTopHelp);
         return cli::UsageError;
@@ -39,8 +38,7 @@ int run(const QStringList& args)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("versewick-cli"));
     try {

@@ -10,14 +10,12 @@ namespace {
 constexpr qsizetype kDeflateChunk = 16384;
 constexpr qsizetype kBase64LineLength = 64;
 
-uInt clampToUInt(qsizetype n)
-{
+uInt clampToUInt(qsizetype n) {
     return static_cast<uInt>(std::min<qsizetype>(n, std::numeric_limits<uInt>::max()));
 }
 } // namespace
 
-std::optional<QByteArray> zlibDeflate(const QByteArray& data)
-{
+std::optional<QByteArray> zlibDeflate(const QByteArray& data) {
     if (data.isEmpty())
         return data;
     z_stream stream{};
@@ -40,8 +38,7 @@ std::optional<QByteArray> zlibDeflate(const QByteArray& data)
     return out;
 }
 
-std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutput)
-{
+std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutput) {
     if (data.isEmpty())
         return data;
     const qsizetype half = std::max<qsizetype>(data.size() / 2, 1);
@@ -75,8 +72,7 @@ std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutpu
     return std::nullopt;
 }
 
-QString base64EncodedString(const QByteArray& data)
-{
+QString base64EncodedString(const QByteArray& data) {
     const QByteArray flat = data.toBase64();
     QString text;
     text.reserve(flat.size() + flat.size() / kBase64LineLength * 2);
@@ -88,14 +84,12 @@ QString base64EncodedString(const QByteArray& data)
     return text;
 }
 
-QByteArray dataFromBase64String(const QString& text)
-{
+QByteArray dataFromBase64String(const QString& text) {
     // The default decoder skips characters outside the alphabet, which covers the CR LF breaks.
     return QByteArray::fromBase64(text.toLatin1());
 }
 
-QString zlibDeflateString(const QString& text)
-{
+QString zlibDeflateString(const QString& text) {
     if (text.isNull())
         return {};
     const auto compressed = zlibDeflate(text.toUtf8());
@@ -105,8 +99,7 @@ QString zlibDeflateString(const QString& text)
     return encoded.isNull() ? QString(QLatin1String("")) : encoded;
 }
 
-QString zlibInflateString(const QString& text, qsizetype maxOutput)
-{
+QString zlibInflateString(const QString& text, qsizetype maxOutput) {
     if (text.isNull())
         return {};
     const auto bytes = zlibInflate(dataFromBase64String(text), maxOutput);

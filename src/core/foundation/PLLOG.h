@@ -38,7 +38,7 @@ public:
     static void resetToDefaults();
 };
 
-#define PL_LOG(env, format, ...)                                                                  \
+#define PL_LOG(env, format, ...)                                                                   \
     PLLOG::logForEnv((env), __FILE__, __LINE__, __func__, format __VA_OPT__(, ) __VA_ARGS__)
 #define PL_LOG_INFO(format, ...) PL_LOG(PLLOG::Info, format __VA_OPT__(, ) __VA_ARGS__)
 #define PL_LOG_WARNING(format, ...) PL_LOG(PLLOG::Warning, format __VA_OPT__(, ) __VA_ARGS__)

@@ -4,6 +4,7 @@
 
 #include <unicode/regex.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -20,8 +21,7 @@ namespace {
 // character is not a digit, so giving digits back can never help), in linear time.
 constexpr char16_t kTimeTagPatternLinear[] = u"\\[\\d++:\\d++\\.?+\\d*+\\]";
 
-icu::RegexMatcher& matcher(const char16_t* pattern)
-{
+icu::RegexMatcher& matcher(const char16_t* pattern) {
     // One compiled matcher per pattern and thread, reset onto each text.
     struct Slot {
         const char16_t* pattern;
@@ -44,13 +44,11 @@ icu::RegexMatcher& matcher(const char16_t* pattern)
     std::abort(); // more patterns than slots: a programming error caught by every test
 }
 
-icu::UnicodeString alias(const char16_t* data, qsizetype length)
-{
+icu::UnicodeString alias(const char16_t* data, qsizetype length) {
     return icu::UnicodeString(false, data, static_cast<int32_t>(length));
 }
 
-icu::UnicodeString alias(QStringView text)
-{
+icu::UnicodeString alias(QStringView text) {
     return alias(reinterpret_cast<const char16_t*>(text.utf16()), text.size());
 }
 
@@ -60,8 +58,7 @@ struct Match {
     explicit operator bool() const { return start >= 0; }
 };
 
-Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from = 0)
-{
+Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from = 0) {
     UErrorCode status = U_ZERO_ERROR;
     m.reset(input);
     if (!m.find(from, status) || U_FAILURE(status))
@@ -74,21 +71,18 @@ Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from
 }
 
 // Characters at which ICU's "." stops (besides the CR LF pair, made of two of them).
-bool isLineTerminator(char16_t c)
-{
+bool isLineTerminator(char16_t c) {
     return c == 0x0A || c == 0x0B || c == 0x0C || c == 0x0D || c == 0x85 || c == 0x2028 ||
            c == 0x2029;
 }
 
-bool isBracket(char16_t c)
-{
+bool isBracket(char16_t c) {
     return c == u'[' || c == u']';
 }
 
 } // namespace
 
-QStringList tagsFromLine(QStringView line)
-{
+QStringList tagsFromLine(QStringView line) {
     QStringList tags;
     if (!line.contains(u']'))
         return tags;
@@ -123,6 +117,12 @@ QStringList tagsFromLine(QStringView line)
                 from = r - tailLength;
             }
         }
+        // A tag needs a "[" with a "]" after it; most lines run out of both after their
+        // tags, and this scan is far cheaper than asking the regex engine.
+        const auto first = buf.begin() + from;
+        const auto open = std::find(first, buf.end(), u'[');
+        if (open == buf.end() || std::find(open, buf.end(), u']') == buf.end())
+            break;
         const icu::UnicodeString window = alias(buf.data() + from, n - from);
         const Match match = find(m, window);
         if (!match)
@@ -136,15 +136,15 @@ QStringList tagsFromLine(QStringView line)
                 brackets.push_back(w + (i - from));
         }
         if (start > from)
-            std::memmove(&buf[size_t(w)], &buf[size_t(from)], size_t(start - from) * sizeof(char16_t));
+            std::memmove(&buf[size_t(w)], &buf[size_t(from)],
+                         size_t(start - from) * sizeof(char16_t));
         w += start - from;
         r = end;
     }
     return tags;
 }
 
-QString contentFromLine(QStringView line)
-{
+QString contentFromLine(QStringView line) {
     // The match starts at the first "[" that a later "]" on the same stretch between line
     // terminators can close with at least one character between (blanks before that "[" do
     // not change where the match ends). Starting ICU there keeps lines full of unmatched
@@ -163,14 +163,21 @@ QString contentFromLine(QStringView line)
     }
     if (candidate < 0)
         return QString(QLatin1String(""));
-    const Match match = find(matcher(kContentPattern), alias(line), candidate);
+    // The greedy run ends at the stretch's last "]": handing ICU the text up to there gives
+    // the same match without backtracking over the rest of the line.
+    qsizetype lastClose = candidate;
+    for (qsizetype i = candidate; i < n && !isLineTerminator(line[i].unicode()); ++i) {
+        if (line[i] == u']')
+            lastClose = i;
+    }
+    const QStringView stretch = line.mid(candidate, lastClose + 1 - candidate);
+    const Match match = find(matcher(kContentPattern), alias(stretch));
     if (!match)
         return QString(QLatin1String(""));
-    return line.mid(match.end).toString();
+    return line.mid(candidate + match.end).toString();
 }
 
-std::optional<OffsetTag> findOffsetTag(QStringView text)
-{
+std::optional<OffsetTag> findOffsetTag(QStringView text) {
     const Match tag = find(matcher(kOffsetPattern), alias(text));
     if (!tag)
         return std::nullopt;
@@ -188,8 +195,7 @@ struct NumberText {
     std::string digits; // ASCII digits and at most one "."
 };
 
-NumberText scanNumber(QStringView text, bool allowFraction)
-{
+NumberText scanNumber(QStringView text, bool allowFraction) {
     qsizetype i = 0;
     while (i < text.size() && text[i].isSpace())
         ++i;
@@ -214,8 +220,7 @@ NumberText scanNumber(QStringView text, bool allowFraction)
 }
 } // namespace
 
-std::int32_t readInt32(QStringView text)
-{
+std::int32_t readInt32(QStringView text) {
     const NumberText number = scanNumber(text, false);
     std::int64_t value = 0;
     for (char c : number.digits) {
@@ -225,13 +230,11 @@ std::int32_t readInt32(QStringView text)
     }
     if (number.negative)
         value = -value;
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(value, std::numeric_limits<std::int32_t>::min(),
-                                 std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+        value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
-float readFloat(QStringView text)
-{
+float readFloat(QStringView text) {
     const NumberText number = scanNumber(text, true);
     if (number.digits.empty() || number.digits == ".")
         return 0.0f;
@@ -253,8 +256,7 @@ float readFloat(QStringView text)
 
 namespace reference {
 
-QStringList tagsFromLine(QStringView line)
-{
+QStringList tagsFromLine(QStringView line) {
     QStringList tags;
     QString work = line.toString();
     icu::RegexMatcher& m = matcher(kTimeTagPattern);
@@ -269,8 +271,7 @@ QStringList tagsFromLine(QStringView line)
     return tags;
 }
 
-QString contentFromLine(QStringView line)
-{
+QString contentFromLine(QStringView line) {
     const Match match = find(matcher(kContentPattern), alias(line));
     if (!match)
         return QString(QLatin1String(""));

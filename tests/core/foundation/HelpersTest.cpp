@@ -21,22 +21,20 @@ struct EmptyCase {
 
 class StringEmptiness : public ::testing::TestWithParam<EmptyCase> {};
 
-TEST_P(StringEmptiness, TrimsWhiteSpaceAndLineBreaks)
-{
+TEST_P(StringEmptiness, TrimsWhiteSpaceAndLineBreaks) {
     EXPECT_EQ(isEmpty(GetParam().text), GetParam().empty);
     EXPECT_EQ(isNonEmpty(GetParam().text), GetParam().nonEmpty);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, StringEmptiness,
-    ::testing::Values(EmptyCase{QString(QLatin1String("")), true, false},
-                      EmptyCase{QStringLiteral(" \t\r\n \u3000\u2028"), true, false},
-                      EmptyCase{QStringLiteral("  a "), false, true},
-                      // an absent string is neither
-                      EmptyCase{QString(), false, false}));
+INSTANTIATE_TEST_SUITE_P(Texts, StringEmptiness,
+                         ::testing::Values(EmptyCase{QString(QLatin1String("")), true, false},
+                                           EmptyCase{QStringLiteral(" \t\r\n \u3000\u2028"), true,
+                                                     false},
+                                           EmptyCase{QStringLiteral("  a "), false, true},
+                                           // an absent string is neither
+                                           EmptyCase{QString(), false, false}));
 
-TEST(NumberEmptiness, UsesTheIntegerValue)
-{
+TEST(NumberEmptiness, UsesTheIntegerValue) {
     EXPECT_TRUE(isNonEmpty(QVariant(3)));
     EXPECT_TRUE(isNonEmpty(QVariant(-1.7)));
     EXPECT_FALSE(isNonEmpty(QVariant(0)));
@@ -45,8 +43,7 @@ TEST(NumberEmptiness, UsesTheIntegerValue)
     EXPECT_FALSE(isNonEmpty(QVariant::fromValue(nullptr)));
 }
 
-TEST(Dictionary, StoredNullReadsAsAbsent)
-{
+TEST(Dictionary, StoredNullReadsAsAbsent) {
     const QVariantMap map{{"null", QVariant::fromValue(nullptr)},
                           {"n", 42},
                           {"text", QStringLiteral("17")},
@@ -62,8 +59,7 @@ TEST(Dictionary, StoredNullReadsAsAbsent)
     EXPECT_EQ(intForKey(map, "null"), 0);
 }
 
-TEST(Colours, FromComponentsHexAndText)
-{
+TEST(Colours, FromComponentsHexAndText) {
     const QColor c = T::colorWithHex(0x336699);
     EXPECT_EQ(c.red(), 0x33);
     EXPECT_EQ(c.green(), 0x66);
@@ -72,8 +68,7 @@ TEST(Colours, FromComponentsHexAndText)
     EXPECT_EQ(T::colorR(255, 128, 0), T::colorHexFromString(QStringLiteral("#ff8000")));
     EXPECT_EQ(T::colorHexFromString(QStringLiteral("#ff8800")),
               T::colorHexFromString(QStringLiteral("ff8800")));
-    EXPECT_EQ(T::colorHexFromString(QStringLiteral("ff8800"), true),
-              T::colorWithHex(0xf8800));
+    EXPECT_EQ(T::colorHexFromString(QStringLiteral("ff8800"), true), T::colorWithHex(0xf8800));
     EXPECT_FALSE(T::colorHexFromString(QStringLiteral("#f")).isValid());
     EXPECT_EQ(T::colorHexFromString(QStringLiteral("#zz0")), T::colorWithHex(0));
 }
@@ -85,20 +80,20 @@ struct AgoCase {
 
 class RelativeTime : public ::testing::TestWithParam<AgoCase> {};
 
-TEST_P(RelativeTime, BoundariesBelongToTheNearerClass)
-{
+TEST_P(RelativeTime, BoundariesBelongToTheNearerClass) {
     const QDateTime now(QDate(2026, 11, 22), QTime(12, 0));
     EXPECT_EQ(T::readableTime(now.addSecs(-GetParam().secondsAgo), now),
               QString::fromUtf8(GetParam().expected));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Ages, RelativeTime,
-    ::testing::Values(AgoCase{-500, "刚刚"}, AgoCase{0, "刚刚"}, AgoCase{60, "刚刚"},
-                      AgoCase{61, "1分钟前"}, AgoCase{3599, "59分钟前"},
-                      AgoCase{3600, "60分钟前"}, AgoCase{3601, "1小时前"},
-                      AgoCase{86400, "24小时前"}, AgoCase{3 * 86400 + 5, "3天前"},
-                      AgoCase{604800, "7天前"}, AgoCase{8 * 86400, "26-11-14"}));
+INSTANTIATE_TEST_SUITE_P(Ages, RelativeTime,
+                         ::testing::Values(AgoCase{-500, "刚刚"}, AgoCase{0, "刚刚"},
+                                           AgoCase{60, "刚刚"}, AgoCase{61, "1分钟前"},
+                                           AgoCase{3599, "59分钟前"}, AgoCase{3600, "60分钟前"},
+                                           AgoCase{3601, "1小时前"}, AgoCase{86400, "24小时前"},
+                                           AgoCase{3 * 86400 + 5, "3天前"},
+                                           AgoCase{604800, "7天前"},
+                                           AgoCase{8 * 86400, "26-11-14"}));
 
 struct SizeCase {
     std::int64_t bytes;
@@ -107,19 +102,17 @@ struct SizeCase {
 
 class FileSize : public ::testing::TestWithParam<SizeCase> {};
 
-TEST_P(FileSize, ReadsAsItIsWritten)
-{
+TEST_P(FileSize, ReadsAsItIsWritten) {
     EXPECT_EQ(T::localizedFileSize(GetParam().bytes), QString::fromUtf8(GetParam().expected));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sizes, FileSize,
-    ::testing::Values(SizeCase{0, "0 KB"}, SizeCase{1023, "0 KB"}, SizeCase{2048, "2 KB"},
-                      SizeCase{(1 << 20), "10.00 MB"},
-                      // whole megabytes and the fraction stand side by side
-                      SizeCase{3 * (1 << 20) + 512 * 1024, "30.50 MB"},
-                      SizeCase{(1LL << 30) + 5 * (1 << 20), "1 GB 5 MB"},
-                      SizeCase{-4096, "-4 KB"}));
+INSTANTIATE_TEST_SUITE_P(Sizes, FileSize,
+                         ::testing::Values(SizeCase{0, "0 KB"}, SizeCase{1023, "0 KB"},
+                                           SizeCase{2048, "2 KB"}, SizeCase{(1 << 20), "10.00 MB"},
+                                           // whole megabytes and the fraction stand side by side
+                                           SizeCase{3 * (1 << 20) + 512 * 1024, "30.50 MB"},
+                                           SizeCase{(1LL << 30) + 5 * (1 << 20), "1 GB 5 MB"},
+                                           SizeCase{-4096, "-4 KB"}));
 
 struct SquareCase {
     QSize source;
@@ -128,8 +121,7 @@ struct SquareCase {
 
 class Squares : public ::testing::TestWithParam<SquareCase> {};
 
-TEST_P(Squares, LargestCentredSquare)
-{
+TEST_P(Squares, LargestCentredSquare) {
     EXPECT_EQ(ImageScaler::sourceSquare(GetParam().source), GetParam().square);
 }
 
@@ -142,8 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
                       SquareCase{{301, 200}, {51, 0, 200, 200}},
                       SquareCase{{64, 64}, {0, 0, 64, 64}}));
 
-TEST(ImageScaler, DrawsTheSquareIntoTheTargetSize)
-{
+TEST(ImageScaler, DrawsTheSquareIntoTheTargetSize) {
     QImage source(300, 200, QImage::Format_RGB32);
     source.fill(Qt::green); // the cropped-away side strips
     QPainter painter(&source);

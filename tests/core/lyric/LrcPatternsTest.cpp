@@ -18,8 +18,7 @@ struct TagCase {
 
 class TagsAndContent : public ::testing::TestWithParam<TagCase> {};
 
-TEST_P(TagsAndContent, MatchTheGrammar)
-{
+TEST_P(TagsAndContent, MatchTheGrammar) {
     const TagCase& c = GetParam();
     const QString line = QString::fromUtf16(c.line);
     EXPECT_EQ(lrc::tagsFromLine(line), c.tags);
@@ -30,28 +29,28 @@ TEST_P(TagsAndContent, MatchTheGrammar)
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, TagsAndContent,
-    ::testing::Values(
-        TagCase{u"[00:10.00][00:20.00]Hello", {"[00:10.00]", "[00:20.00]"}, "Hello"},
-        TagCase{u"[1:2.5]x", {"[1:2.5]"}, "x"}, TagCase{u"[00:10.]x", {"[00:10.]"}, "x"},
-        TagCase{u"[3:5]x", {"[3:5]"}, "x"}, TagCase{u"[00:10:20]x", {}, ""},
-        TagCase{u"[0010]x", {}, ""}, TagCase{u"[mm:ss]x", {}, ""},
-        // text before the first "[" is lost
-        TagCase{u"abc[00:01.00]def", {"[00:01.00]"}, "def"},
-        // brackets inside the text are swallowed up to the last "]"
-        TagCase{u"[00:01.00]a [b] c", {"[00:01.00]"}, " c"},
-        TagCase{u"[00:01.00] x", {"[00:01.00]"}, " x"},
-        TagCase{u"  [00:01]x", {"[00:01]"}, "x"},
-        TagCase{u"words[00:01][00:02]", {"[00:01]", "[00:02]"}, ""},
-        TagCase{u"[00:01]x\r", {"[00:01]"}, "x\r"},
-        // a tag that forms once the inner one is cut out
-        TagCase{u"[0[00:01]0:05]x", {"[00:01]", "[00:05]"}, "x"},
-        TagCase{u"[1[2[00:01]:02]:03]y", {"[00:01]", "[2:02]", "[1:03]"}, "y"},
-        // tags in the middle of the text are found in order of position
-        TagCase{u"a[00:02]b[00:01]c", {"[00:02]", "[00:01]"}, "c"},
-        // "." does not cross a carriage return, so the greedy run stops before it
-        TagCase{u"[00:01]a\r[b]", {"[00:01]"}, "a\r[b]"},
-        // any Unicode decimal digit is a digit to the grammar
-        TagCase{u"[\u0661:\u0662]x", {"[\u0661:\u0662]"}, "x"}));
+    ::testing::Values(TagCase{u"[00:10.00][00:20.00]Hello", {"[00:10.00]", "[00:20.00]"}, "Hello"},
+                      TagCase{u"[1:2.5]x", {"[1:2.5]"}, "x"},
+                      TagCase{u"[00:10.]x", {"[00:10.]"}, "x"}, TagCase{u"[3:5]x", {"[3:5]"}, "x"},
+                      TagCase{u"[00:10:20]x", {}, ""}, TagCase{u"[0010]x", {}, ""},
+                      TagCase{u"[mm:ss]x", {}, ""},
+                      // text before the first "[" is lost
+                      TagCase{u"abc[00:01.00]def", {"[00:01.00]"}, "def"},
+                      // brackets inside the text are swallowed up to the last "]"
+                      TagCase{u"[00:01.00]a [b] c", {"[00:01.00]"}, " c"},
+                      TagCase{u"[00:01.00] x", {"[00:01.00]"}, " x"},
+                      TagCase{u"  [00:01]x", {"[00:01]"}, "x"},
+                      TagCase{u"words[00:01][00:02]", {"[00:01]", "[00:02]"}, ""},
+                      TagCase{u"[00:01]x\r", {"[00:01]"}, "x\r"},
+                      // a tag that forms once the inner one is cut out
+                      TagCase{u"[0[00:01]0:05]x", {"[00:01]", "[00:05]"}, "x"},
+                      TagCase{u"[1[2[00:01]:02]:03]y", {"[00:01]", "[2:02]", "[1:03]"}, "y"},
+                      // tags in the middle of the text are found in order of position
+                      TagCase{u"a[00:02]b[00:01]c", {"[00:02]", "[00:01]"}, "c"},
+                      // "." does not cross a carriage return, so the greedy run stops before it
+                      TagCase{u"[00:01]a\r[b]", {"[00:01]"}, "a\r[b]"},
+                      // any Unicode decimal digit is a digit to the grammar
+                      TagCase{u"[\u0661:\u0662]x", {"[\u0661:\u0662]"}, "x"}));
 
 struct NumberCase {
     const char16_t* text;
@@ -61,8 +60,7 @@ struct NumberCase {
 
 class NumberReading : public ::testing::TestWithParam<NumberCase> {};
 
-TEST_P(NumberReading, ReadsLikeTheFormat)
-{
+TEST_P(NumberReading, ReadsLikeTheFormat) {
     const QString text = QString::fromUtf16(GetParam().text);
     EXPECT_EQ(lrc::readInt32(text), GetParam().integer);
     EXPECT_FLOAT_EQ(lrc::readFloat(text), GetParam().real);
@@ -70,35 +68,31 @@ TEST_P(NumberReading, ReadsLikeTheFormat)
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, NumberReading,
-    ::testing::Values(NumberCase{u"23.45", 23, 23.45f}, NumberCase{u"5", 5, 5.0f},
-                      NumberCase{u"+500", 500, 500.0f}, NumberCase{u"-250", -250, -250.0f},
-                      NumberCase{u"10.", 10, 10.0f}, NumberCase{u"", 0, 0.0f},
-                      NumberCase{u"\u0665", 0, 0.0f},
-                      NumberCase{u"99999999999", std::numeric_limits<std::int32_t>::max(),
-                                 99999999999.0f},
-                      NumberCase{u"-99999999999", std::numeric_limits<std::int32_t>::min(),
-                                 -99999999999.0f}));
+    ::testing::Values(
+        NumberCase{u"23.45", 23, 23.45f}, NumberCase{u"5", 5, 5.0f},
+        NumberCase{u"+500", 500, 500.0f}, NumberCase{u"-250", -250, -250.0f},
+        NumberCase{u"10.", 10, 10.0f}, NumberCase{u"", 0, 0.0f}, NumberCase{u"\u0665", 0, 0.0f},
+        NumberCase{u"99999999999", std::numeric_limits<std::int32_t>::max(), 99999999999.0f},
+        NumberCase{u"-99999999999", std::numeric_limits<std::int32_t>::min(), -99999999999.0f}));
 
-TEST(NumberReading, HugeFloatIsInfinite)
-{
+TEST(NumberReading, HugeFloatIsInfinite) {
     EXPECT_EQ(lrc::readFloat(QString(400, u'9')), std::numeric_limits<float>::infinity());
     EXPECT_EQ(lrc::readFloat(QStringLiteral("0.") + QString(400, u'0') + u'1'), 0.0f);
 }
 
-TEST(OffsetTag, FirstTagAnywhereCounts)
-{
+TEST(OffsetTag, FirstTagAnywhereCounts) {
     const auto tag = lrc::findOffsetTag(u"x[offset:-250]y\n[offset:900]");
     ASSERT_TRUE(tag);
     EXPECT_EQ(tag->text, QStringLiteral("[offset:-250]"));
     EXPECT_EQ(tag->milliseconds, -250);
     for (const char16_t* bad : {u"[offset:12.5]", u"[offset: 500]", u"[OFFSET:500]"})
-        EXPECT_FALSE(lrc::findOffsetTag(QString::fromUtf16(bad))) << QString::fromUtf16(bad).toStdString();
+        EXPECT_FALSE(lrc::findOffsetTag(QString::fromUtf16(bad)))
+            << QString::fromUtf16(bad).toStdString();
 }
 
 // The linear scanners must agree with the patterns as written on every line. Random lines
 // over the characters that matter to the grammar find the corner cases quickly.
-TEST(LinearScanners, AgreeWithTheReferenceOnRandomLines)
-{
+TEST(LinearScanners, AgreeWithTheReferenceOnRandomLines) {
     const char16_t alphabet[] = u"[[]]::..0123 x\r\u2028\u0663\t";
     QRandomGenerator random(20261122);
     for (int round = 0; round < 30000; ++round) {

@@ -3,13 +3,11 @@
 #include <QJsonDocument>
 #include <QProcess>
 
-QJsonObject CliResult::json() const
-{
+QJsonObject CliResult::json() const {
     return QJsonDocument::fromJson(out).object();
 }
 
-QList<QJsonObject> CliResult::jsonLines() const
-{
+QList<QJsonObject> CliResult::jsonLines() const {
     QList<QJsonObject> lines;
     for (const QByteArray& line : out.split('\n')) {
         if (!line.isEmpty())
@@ -18,8 +16,7 @@ QList<QJsonObject> CliResult::jsonLines() const
     return lines;
 }
 
-CliResult runCli(const QStringList& args, const QByteArray& input)
-{
+CliResult runCli(const QStringList& args, const QByteArray& input) {
     QProcess process;
     process.start(QStringLiteral(VERSEWICK_CLI), args);
     process.waitForStarted();

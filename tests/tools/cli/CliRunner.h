@@ -9,7 +9,7 @@ struct CliResult {
     int exitCode = -1;
     QByteArray out;
     QByteArray err;
-    QJsonObject json() const;          // standard output as one JSON object
+    QJsonObject json() const;             // standard output as one JSON object
     QList<QJsonObject> jsonLines() const; // one object per line
 };
 
