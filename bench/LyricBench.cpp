@@ -1,5 +1,5 @@
 // Parsing and time queries of the lyric model.
-//   build/bench/lyric_bench
+//   build/bin/lyric_bench
 #include "lyric/Lyric.h"
 
 #include <benchmark/benchmark.h>
@@ -8,13 +8,15 @@
 
 namespace {
 
-QString tag(int centiseconds) {
+QString tag(int centiseconds)
+{
     return QString::asprintf("[%02d:%02d.%02d]", centiseconds / 6000, centiseconds / 100 % 60,
                              centiseconds % 100);
 }
 
 // A typical song: metadata, 60 timed lines about 4 s apart, a few repeated choruses.
-QString typicalSong() {
+QString typicalSong()
+{
     QString text = QStringLiteral("[ti:Song]\n[ar:Artist]\n[al:Album]\n[by:someone]\n");
     for (int i = 0; i < 60; ++i) {
         text += tag(i * 400 + 50);
@@ -26,7 +28,8 @@ QString typicalSong() {
 }
 
 // About 1 MiB: tens of thousands of lines, every seventh with three tags.
-QString largeLyric() {
+QString largeLyric()
+{
     QString text = QStringLiteral("[offset:+120]\n");
     int t = 0;
     for (int i = 0; text.size() < 1024 * 1024; ++i) {
@@ -39,7 +42,8 @@ QString largeLyric() {
     return text;
 }
 
-void BM_ParseTypicalSong(benchmark::State& state) {
+void BM_ParseTypicalSong(benchmark::State& state)
+{
     const QString text = typicalSong();
     for (auto _ : state) {
         Lyric lyric;
@@ -50,7 +54,8 @@ void BM_ParseTypicalSong(benchmark::State& state) {
 }
 BENCHMARK(BM_ParseTypicalSong)->Unit(benchmark::kMicrosecond);
 
-void BM_ParseOneMebibyte(benchmark::State& state) {
+void BM_ParseOneMebibyte(benchmark::State& state)
+{
     const QString text = largeLyric();
     int lines = 0;
     for (auto _ : state) {
@@ -64,7 +69,8 @@ void BM_ParseOneMebibyte(benchmark::State& state) {
 BENCHMARK(BM_ParseOneMebibyte)->Unit(benchmark::kMillisecond);
 
 // The update loop: the clock advances by 0.2 s per tick through the whole song.
-void BM_ItemAtAdvancingClock(benchmark::State& state) {
+void BM_ItemAtAdvancingClock(benchmark::State& state)
+{
     Lyric lyric;
     lyric.parseLRCcontent(typicalSong());
     double t = 0.0;
@@ -78,7 +84,8 @@ void BM_ItemAtAdvancingClock(benchmark::State& state) {
 BENCHMARK(BM_ItemAtAdvancingClock);
 
 // Seeking: every query lands somewhere else, so the cache rarely helps.
-void BM_ItemAtRandomSeek(benchmark::State& state) {
+void BM_ItemAtRandomSeek(benchmark::State& state)
+{
     Lyric lyric;
     lyric.parseLRCcontent(state.range(0) ? largeLyric() : typicalSong());
     QRandomGenerator random(42);

@@ -7,7 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
     (void)foundation::zlibInflate(bytes, 1 << 20);
     (void)foundation::zlibInflateString(QString::fromLatin1(bytes), 1 << 20);

@@ -10,7 +10,8 @@
 #include <cstdlib>
 #include <cstring>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
     const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
 
     Lyric lyric;

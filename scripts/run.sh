@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/deps.sh
 bash scripts/build.sh >/dev/null
-cli=build/tools/cli/versewick-cli
+cli=build/bin/versewick-cli
 demo=share/demo/demo.lrc
 echo "== versewick-cli lrc readable $demo"
 "$cli" lrc readable "$demo"

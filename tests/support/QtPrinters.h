@@ -6,6 +6,7 @@
 #include <ostream>
 
 // Readable failure messages for Qt values.
-inline void PrintTo(const QString& text, std::ostream* os) {
+inline void PrintTo(const QString& text, std::ostream* os)
+{
     *os << '"' << text.toStdString() << '"';
 }

@@ -16,6 +16,19 @@ private:
     QTemporaryDir m_dir;
 };
 
+// Points HOME, XDG_CONFIG_HOME and XDG_DATA_HOME at folders of a TempHome for its lifetime.
+class ScopedUserFolders {
+public:
+    explicit ScopedUserFolders(const TempHome& home);
+    ~ScopedUserFolders();
+    QString dataHome() const;
+    QString configHome() const;
+
+private:
+    QString m_root;
+    QByteArray m_saved[3];
+};
+
 // Captures the Qt message log for the life of the object.
 class MessageCapture {
 public:

@@ -13,23 +13,49 @@
 
 namespace cli {
 
-void usageError(const QString& sentence) {
+void usageError(const QString& sentence)
+{
     throw Failure(UsageError, sentence);
 }
 
-void inputError(const QString& sentence) {
+void inputError(const QString& sentence)
+{
     throw Failure(InputError, sentence);
 }
 
-void printHelp(const Help& help) {
+void printHelp(const Help& help)
+{
     writeRaw(QStringLiteral("Usage: versewick-cli %1\n\n%2\n").arg(help.usage, help.description));
 }
 
-bool wantsHelp(const QStringList& args) {
+bool wantsHelp(const QStringList& args)
+{
     return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
 }
 
-QByteArray readInput(const QString& fileOrDash) {
+int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCommand> subs,
+             const QStringList& args)
+{
+    if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
+        printHelp(groupHelp);
+        return args.isEmpty() ? UsageError : Ok;
+    }
+    for (const SubCommand& sub : subs) {
+        if (args[0] == QLatin1String(sub.name)) {
+            const QStringList rest = args.mid(1);
+            if (wantsHelp(rest)) {
+                printHelp(sub.help);
+                return Ok;
+            }
+            return sub.run(rest);
+        }
+    }
+    usageError(QStringLiteral("Unknown %1 command \"%2\"; try 'versewick-cli %1 --help'.")
+                   .arg(group, args[0]));
+}
+
+QByteArray readInput(const QString& fileOrDash)
+{
     QFile file;
     const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
     if (fromStdin) {
@@ -43,7 +69,8 @@ QByteArray readInput(const QString& fileOrDash) {
     return file.readAll();
 }
 
-QString readUtf8Text(const QString& fileOrDash) {
+QString readUtf8Text(const QString& fileOrDash)
+{
     QString error;
     const auto text = Lyric::decodeText(readInput(fileOrDash), Lyric::UTF8Encoding, &error);
     if (!text) {
@@ -55,7 +82,8 @@ QString readUtf8Text(const QString& fileOrDash) {
     return *text;
 }
 
-double parseNumber(const QString& text, const QString& what) {
+double parseNumber(const QString& text, const QString& what)
+{
     bool ok = false;
     const double value = text.trimmed().toDouble(&ok);
     if (!ok || !std::isfinite(value))
@@ -63,12 +91,14 @@ double parseNumber(const QString& text, const QString& what) {
     return value;
 }
 
-void writeRaw(const QString& text) {
+void writeRaw(const QString& text)
+{
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
 }
 
-QByteArray toJson(const QJsonValue& value) {
+QByteArray toJson(const QJsonValue& value)
+{
     if (value.isObject())
         return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
     if (value.isArray())
@@ -78,7 +108,8 @@ QByteArray toJson(const QJsonValue& value) {
     return wrapped.mid(1, wrapped.size() - 2);
 }
 
-QByteArray toJson(const QList<JsonObject>& values) {
+QByteArray toJson(const QList<JsonObject>& values)
+{
     QByteArray json = "[";
     for (qsizetype i = 0; i < values.size(); ++i) {
         if (i > 0)
@@ -88,31 +119,37 @@ QByteArray toJson(const QList<JsonObject>& values) {
     return json + "]";
 }
 
-JsonObject& JsonObject::addRaw(const QString& key, const QByteArray& json) {
+JsonObject& JsonObject::addRaw(const QString& key, const QByteArray& json)
+{
     if (!m_body.isEmpty())
         m_body += ',';
     m_body += toJson(QJsonValue(key)) + ':' + json;
     return *this;
 }
 
-JsonObject& JsonObject::add(const QString& key, const QJsonValue& value) {
+JsonObject& JsonObject::add(const QString& key, const QJsonValue& value)
+{
     return addRaw(key, toJson(value));
 }
 
-JsonObject& JsonObject::add(const QString& key, const JsonObject& value) {
+JsonObject& JsonObject::add(const QString& key, const JsonObject& value)
+{
     return addRaw(key, value.bytes());
 }
 
-JsonObject& JsonObject::addArray(const QString& key, const QList<JsonObject>& values) {
+JsonObject& JsonObject::addArray(const QString& key, const QList<JsonObject>& values)
+{
     return addRaw(key, toJson(values));
 }
 
-void writeJsonLine(const QByteArray& json) {
+void writeJsonLine(const QByteArray& json)
+{
     const QByteArray bytes = json + '\n';
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
 }
 
-QJsonValue jsonFloat(float value) {
+QJsonValue jsonFloat(float value)
+{
     if (!std::isfinite(value))
         return QJsonValue::Null;
     char buffer[64];
@@ -122,7 +159,8 @@ QJsonValue jsonFloat(float value) {
     return widened;
 }
 
-QJsonValue jsonString(const QString& text) {
+QJsonValue jsonString(const QString& text)
+{
     return text.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <span>
 #include <stdexcept>
 
 // Conventions shared by every versewick-cli command: JSON on standard output, one sentence on
@@ -17,7 +18,9 @@ enum ExitCode { Ok = 0, InputError = 1, UsageError = 2 };
 struct Failure : std::runtime_error {
     Failure(ExitCode code, const QString& sentence)
         : std::runtime_error(sentence.toStdString())
-        , code(code) {}
+        , code(code)
+    {
+    }
     ExitCode code;
 };
 
@@ -31,6 +34,16 @@ struct Help {
 };
 void printHelp(const Help& help);
 bool wantsHelp(const QStringList& args);
+
+// A sub-command of a command group ("lrc dump"): its name, help and handler.
+struct SubCommand {
+    const char* name;
+    Help help;
+    int (*run)(QStringList args);
+};
+// Runs the sub-command named by args[0], answering --help at either level.
+int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCommand> subs,
+             const QStringList& args);
 
 // The bytes of FILE, or of standard input for "-" or no argument.
 QByteArray readInput(const QString& fileOrDash);

@@ -42,11 +42,13 @@ const Help kOffsetHelp{
                    "\"[offset:<milliseconds>]\" replaces the earlier one, or is appended on a\n"
                    "line of its own.")};
 
-void parseInto(Lyric& lyric, const QString& fileOrDash) {
+void parseInto(Lyric& lyric, const QString& fileOrDash)
+{
     lyric.parseLRCcontent(readUtf8Text(fileOrDash));
 }
 
-int dump(const QStringList& args) {
+int dump(QStringList args)
+{
     if (args.size() > 1)
         usageError(QStringLiteral("lrc dump takes at most one FILE."));
     Lyric lyric;
@@ -71,7 +73,8 @@ int dump(const QStringList& args) {
     return Ok;
 }
 
-int at(const QStringList& args) {
+int at(QStringList args)
+{
     if (args.size() < 2)
         usageError(QStringLiteral("lrc at needs a FILE and at least one time."));
     QList<double> times;
@@ -91,7 +94,8 @@ int at(const QStringList& args) {
     return Ok;
 }
 
-int readable(const QStringList& args) {
+int readable(QStringList args)
+{
     if (args.size() != 1)
         usageError(QStringLiteral("lrc readable needs exactly one FILE."));
     Lyric lyric;
@@ -100,7 +104,8 @@ int readable(const QStringList& args) {
     return Ok;
 }
 
-int offset(const QStringList& args) {
+int offset(QStringList args)
+{
     if (args.size() != 2)
         usageError(QStringLiteral("lrc offset needs a FILE and SECONDS."));
     const double seconds = parseNumber(args[1], QStringLiteral("SECONDS"));
@@ -113,32 +118,13 @@ int offset(const QStringList& args) {
 
 } // namespace
 
-int runLrcCommand(const QStringList& args) {
-    struct Sub {
-        const char* name;
-        const Help* help;
-        int (*run)(const QStringList&);
-    };
-    static const Sub subs[] = {{"dump", &kDumpHelp, dump},
-                               {"at", &kAtHelp, at},
-                               {"readable", &kReadableHelp, readable},
-                               {"offset", &kOffsetHelp, offset}};
-    if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
-        printHelp(kLrcHelp);
-        return args.isEmpty() ? UsageError : Ok;
-    }
-    for (const Sub& sub : subs) {
-        if (args[0] == QLatin1String(sub.name)) {
-            const QStringList rest = args.mid(1);
-            if (wantsHelp(rest)) {
-                printHelp(*sub.help);
-                return Ok;
-            }
-            return sub.run(rest);
-        }
-    }
-    usageError(
-        QStringLiteral("Unknown lrc command \"%1\"; try 'versewick-cli lrc --help'.").arg(args[0]));
+int runLrcCommand(const QStringList& args)
+{
+    static const SubCommand subs[] = {{"dump", kDumpHelp, dump},
+                                      {"at", kAtHelp, at},
+                                      {"readable", kReadableHelp, readable},
+                                      {"offset", kOffsetHelp, offset}};
+    return dispatch(QStringLiteral("lrc"), kLrcHelp, subs, args);
 }
 
 } // namespace cli

@@ -3,8 +3,9 @@
 
 #include "CliSupport.h"
 #include "LrcCommand.h"
+#include "StoreCommand.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 
@@ -15,11 +16,15 @@ const cli::Help kTopHelp{
     QStringLiteral("The command-line companion of the Versewick lyrics companion.\n\n"
                    "Commands:\n"
                    "  lrc       read LRC files through the lyric model (dump, at, readable, "
-                   "offset)\n\n"
+                   "offset)\n"
+                   "  store     the lyrics folder (path, list, read, write)\n"
+                   "  tag       the lyric block of a track's lyrics tag (embed, extract)\n"
+                   "  settings  the application's settings (show)\n\n"
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
-int run(const QStringList& args) {
+int run(const QStringList& args)
+{
     if (args.isEmpty()) {
         cli::printHelp(kTopHelp);
         return cli::UsageError;
@@ -30,19 +35,38 @@ int run(const QStringList& args) {
         cli::printHelp(kTopHelp);
         return cli::Ok;
     }
-    if (command == QLatin1String("lrc"))
-        return cli::runLrcCommand(args.mid(1));
+    static const struct {
+        const char* name;
+        int (*run)(const QStringList&);
+    } commands[] = {{"lrc", cli::runLrcCommand},
+                    {"store", cli::runStoreCommand},
+                    {"tag", cli::runTagCommand},
+                    {"settings", cli::runSettingsCommand}};
+    for (const auto& c : commands) {
+        if (command == QLatin1String(c.name))
+            return c.run(args.mid(1));
+    }
     cli::usageError(
         QStringLiteral("Unknown command \"%1\"; try 'versewick-cli --help'.").arg(command));
 }
 
+// Standard error carries one sentence when a command fails; Qt's warnings and the system
+// log's diagnostics are shown only when VERSEWICK_LOG is set.
+void quietMessages(QtMsgType, const QMessageLogContext&, const QString&) {}
+
 } // namespace
 
-int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("versewick-cli"));
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("VERSEWICK_LOG"))
+        qInstallMessageHandler(quietMessages);
+    // Fonts need the GUI module; the companion never shows a window.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("versewick-cli"));
     try {
-        const int status = run(QCoreApplication::arguments().mid(1));
+        const int status = run(QGuiApplication::arguments().mid(1));
         std::fflush(stdout);
         return status;
     } catch (const cli::Failure& failure) {

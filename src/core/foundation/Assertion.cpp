@@ -10,7 +10,8 @@ std::mutex gMutex;
 AssertionHandler gHandler;
 } // namespace
 
-void assertionFailure(const QString& text) {
+void assertionFailure(const QString& text)
+{
     AssertionHandler handler;
     {
         std::lock_guard lock(gMutex);
@@ -23,7 +24,8 @@ void assertionFailure(const QString& text) {
     qCritical().noquote() << "assertion failed:" << text;
 }
 
-AssertionHandler setAssertionHandler(AssertionHandler handler) {
+AssertionHandler setAssertionHandler(AssertionHandler handler)
+{
     std::lock_guard lock(gMutex);
     return std::exchange(gHandler, std::move(handler));
 }

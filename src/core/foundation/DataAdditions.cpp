@@ -10,12 +10,14 @@ namespace {
 constexpr qsizetype kDeflateChunk = 16384;
 constexpr qsizetype kBase64LineLength = 64;
 
-uInt clampToUInt(qsizetype n) {
+uInt clampToUInt(qsizetype n)
+{
     return static_cast<uInt>(std::min<qsizetype>(n, std::numeric_limits<uInt>::max()));
 }
 } // namespace
 
-std::optional<QByteArray> zlibDeflate(const QByteArray& data) {
+std::optional<QByteArray> zlibDeflate(const QByteArray& data)
+{
     if (data.isEmpty())
         return data;
     z_stream stream{};
@@ -38,7 +40,8 @@ std::optional<QByteArray> zlibDeflate(const QByteArray& data) {
     return out;
 }
 
-std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutput) {
+std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutput)
+{
     if (data.isEmpty())
         return data;
     const qsizetype half = std::max<qsizetype>(data.size() / 2, 1);
@@ -72,7 +75,8 @@ std::optional<QByteArray> zlibInflate(const QByteArray& data, qsizetype maxOutpu
     return std::nullopt;
 }
 
-QString base64EncodedString(const QByteArray& data) {
+QString base64EncodedString(const QByteArray& data)
+{
     const QByteArray flat = data.toBase64();
     QString text;
     text.reserve(flat.size() + flat.size() / kBase64LineLength * 2);
@@ -84,12 +88,49 @@ QString base64EncodedString(const QByteArray& data) {
     return text;
 }
 
-QByteArray dataFromBase64String(const QString& text) {
-    // The default decoder skips characters outside the alphabet, which covers the CR LF breaks.
-    return QByteArray::fromBase64(text.toLatin1());
+QByteArray dataFromBase64String(const QString& text)
+{
+    // Every character outside the standard alphabet is skipped: line breaks, blanks and the
+    // "=" padding alike. A final group of two or three characters gives one or two bytes.
+    QByteArray out;
+    out.reserve(text.size() * 3 / 4);
+    quint32 bits = 0;
+    int count = 0;
+    for (QChar c : text) {
+        const char16_t u = c.unicode();
+        int value;
+        if (u >= 'A' && u <= 'Z')
+            value = u - 'A';
+        else if (u >= 'a' && u <= 'z')
+            value = u - 'a' + 26;
+        else if (u >= '0' && u <= '9')
+            value = u - '0' + 52;
+        else if (u == '+')
+            value = 62;
+        else if (u == '/')
+            value = 63;
+        else
+            continue;
+        bits = (bits << 6) | quint32(value);
+        if (++count == 4) {
+            out.append(char(bits >> 16));
+            out.append(char(bits >> 8));
+            out.append(char(bits));
+            bits = 0;
+            count = 0;
+        }
+    }
+    if (count == 2) {
+        out.append(char(bits >> 4));
+    } else if (count == 3) {
+        out.append(char(bits >> 10));
+        out.append(char(bits >> 2));
+    }
+    return out;
 }
 
-QString zlibDeflateString(const QString& text) {
+QString zlibDeflateString(const QString& text)
+{
     if (text.isNull())
         return {};
     const auto compressed = zlibDeflate(text.toUtf8());
@@ -99,7 +140,8 @@ QString zlibDeflateString(const QString& text) {
     return encoded.isNull() ? QString(QLatin1String("")) : encoded;
 }
 
-QString zlibInflateString(const QString& text, qsizetype maxOutput) {
+QString zlibInflateString(const QString& text, qsizetype maxOutput)
+{
     if (text.isNull())
         return {};
     const auto bytes = zlibInflate(dataFromBase64String(text), maxOutput);

@@ -21,7 +21,7 @@ std::optional<QByteArray> zlibInflate(const QByteArray& data,
                                       qsizetype maxOutput = kMaxInflatedSize);
 
 QString base64EncodedString(const QByteArray& data);
-// Accepts the line-broken form; characters outside the alphabet are skipped.
+// Accepts the line-broken form: every character outside the alphabet is skipped.
 QByteArray dataFromBase64String(const QString& text);
 
 // String forms: a null QString answers "absent" (a failed step); "" is a valid result.

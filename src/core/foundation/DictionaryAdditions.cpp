@@ -4,7 +4,8 @@
 
 namespace foundation {
 
-QVariant objectForKeyPL(const QVariantMap& map, const QString& key) {
+QVariant objectForKeyPL(const QVariantMap& map, const QString& key)
+{
     const auto it = map.constFind(key);
     if (it == map.constEnd())
         return {};
@@ -13,7 +14,8 @@ QVariant objectForKeyPL(const QVariantMap& map, const QString& key) {
     return *it;
 }
 
-int intForKey(const QVariantMap& map, const QString& key) {
+int intForKey(const QVariantMap& map, const QString& key)
+{
     const QVariant value = objectForKeyPL(map, key);
     bool ok = false;
     const double number = value.toDouble(&ok);

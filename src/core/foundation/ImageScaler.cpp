@@ -4,7 +4,8 @@
 
 #include <cmath>
 
-QRect ImageScaler::sourceSquare(QSize source) {
+QRect ImageScaler::sourceSquare(QSize source)
+{
     const int w = source.width();
     const int h = source.height();
     if (h > w) {
@@ -16,7 +17,8 @@ QRect ImageScaler::sourceSquare(QSize source) {
     return QRect(left, 0, h, h);
 }
 
-QImage ImageScaler::scaleImage(const QImage& image, QSize fillSize) {
+QImage ImageScaler::scaleImage(const QImage& image, QSize fillSize)
+{
     if (image.isNull() || fillSize.isEmpty())
         return {};
     QImage result(fillSize, QImage::Format_ARGB32_Premultiplied);

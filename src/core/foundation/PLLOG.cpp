@@ -23,7 +23,8 @@ struct LogState {
     bool enabled = true;
     int style = 1;
 
-    void reset() {
+    void reset()
+    {
         envs = {{PLLOG::Info, {QStringLiteral("Info")}},
                 {PLLOG::Warning, {QStringLiteral("Warning")}},
                 {PLLOG::Error, {QStringLiteral("Error")}},
@@ -34,7 +35,8 @@ struct LogState {
     }
 };
 
-LogState& state() {
+LogState& state()
+{
     static LogState* s = [] {
         auto* st = new LogState; // intentionally immortal: logging may run during exit
         st->reset();
@@ -43,19 +45,22 @@ LogState& state() {
     return *s;
 }
 
-QString unknownEnv(std::uint32_t env) {
+QString unknownEnv(std::uint32_t env)
+{
     return QString::asprintf("PLOG env %d not exists", static_cast<int>(env));
 }
 
 } // namespace
 
-void PLLOG::addEnv(std::uint32_t env, const QString& name) {
+void PLLOG::addEnv(std::uint32_t env, const QString& name)
+{
     auto& s = state();
     std::lock_guard lock(s.mutex);
     s.envs.insert(env, EnvRecord{name, true});
 }
 
-void PLLOG::setLogState(std::uint32_t env, bool enabled) {
+void PLLOG::setLogState(std::uint32_t env, bool enabled)
+{
     auto& s = state();
     std::unique_lock lock(s.mutex);
     if (env == GlobalSwitch) {
@@ -71,26 +76,30 @@ void PLLOG::setLogState(std::uint32_t env, bool enabled) {
     it->enabled = enabled;
 }
 
-void PLLOG::setLogStyle(int style) {
+void PLLOG::setLogStyle(int style)
+{
     auto& s = state();
     std::lock_guard lock(s.mutex);
     s.style = style;
 }
 
-int PLLOG::logStyle() {
+int PLLOG::logStyle()
+{
     auto& s = state();
     std::lock_guard lock(s.mutex);
     return s.style;
 }
 
-void PLLOG::resetToDefaults() {
+void PLLOG::resetToDefaults()
+{
     auto& s = state();
     std::lock_guard lock(s.mutex);
     s.reset();
 }
 
 QString PLLOG::formatLine(std::uint32_t env, const char* file, int line, const char* method,
-                          const QString& message, bool fileForm) {
+                          const QString& message, bool fileForm)
+{
     auto& s = state();
     QString name;
     int style = 0;
@@ -129,7 +138,8 @@ QString PLLOG::formatLine(std::uint32_t env, const char* file, int line, const c
 }
 
 void PLLOG::logMessage(std::uint32_t env, const char* file, int line, const char* method,
-                       const QString& message) {
+                       const QString& message)
+{
     const QString text = formatLine(env, file, line, method, message, false);
     if (text.isNull())
         return;
@@ -138,7 +148,8 @@ void PLLOG::logMessage(std::uint32_t env, const char* file, int line, const char
 }
 
 void PLLOG::logForEnv(std::uint32_t env, const char* file, int line, const char* method,
-                      const char* format, ...) {
+                      const char* format, ...)
+{
     va_list ap;
     va_start(ap, format);
     const QString message = QString::vasprintf(format, ap);
@@ -146,7 +157,8 @@ void PLLOG::logForEnv(std::uint32_t env, const char* file, int line, const char*
     logMessage(env, file, line, method, message);
 }
 
-void PLLOG::configForEnv(std::uint32_t /*env*/, const QString& key, bool enable) {
+void PLLOG::configForEnv(std::uint32_t /*env*/, const QString& key, bool enable)
+{
     configFormatKey(key, enable);
 }
 

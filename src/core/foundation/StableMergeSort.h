@@ -10,7 +10,8 @@ namespace foundation {
 // answers: it needs no strict weak ordering, so a tolerant or inconsistent comparison can
 // only make the order odd, never make the sort misbehave. `before(a, b)` is true when a must
 // be placed ahead of b.
-template <typename T, typename Before> void stableMergeSort(std::vector<T>& items, Before before) {
+template <typename T, typename Before> void stableMergeSort(std::vector<T>& items, Before before)
+{
     const std::size_t n = items.size();
     if (n < 2)
         return;

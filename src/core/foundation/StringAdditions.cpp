@@ -5,11 +5,13 @@
 namespace foundation {
 
 namespace {
-bool isBlank(QChar c) {
+bool isBlank(QChar c)
+{
     return c.isSpace() || c == QChar(0x2028) || c == QChar(0x2029);
 }
 
-bool trimsToNothing(const QString& text) {
+bool trimsToNothing(const QString& text)
+{
     for (QChar c : text) {
         if (!isBlank(c))
             return false;
@@ -18,15 +20,18 @@ bool trimsToNothing(const QString& text) {
 }
 } // namespace
 
-bool isEmpty(const QString& text) {
+bool isEmpty(const QString& text)
+{
     return !text.isNull() && trimsToNothing(text);
 }
 
-bool isNonEmpty(const QString& text) {
+bool isNonEmpty(const QString& text)
+{
     return !text.isNull() && !trimsToNothing(text);
 }
 
-bool isNonEmpty(const QVariant& number) {
+bool isNonEmpty(const QVariant& number)
+{
     if (!number.isValid() || number.isNull())
         return false;
     bool ok = false;

@@ -3,7 +3,8 @@
 Q_LOGGING_CATEGORY(lcVersewick, "versewick")
 
 namespace foundation {
-void systemLog(const QString& line) {
+void systemLog(const QString& line)
+{
     qCInfo(lcVersewick).noquote() << line;
 }
 } // namespace foundation

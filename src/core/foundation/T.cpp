@@ -2,16 +2,19 @@
 
 #include <QCoreApplication>
 
-QColor T::colorR(double r, double g, double b, double a) {
+QColor T::colorR(double r, double g, double b, double a)
+{
     return QColor::fromRgbF(static_cast<float>(r / 255.0), static_cast<float>(g / 255.0),
                             static_cast<float>(b / 255.0), static_cast<float>(a));
 }
 
-QColor T::colorWithHex(std::uint32_t rgb) {
+QColor T::colorWithHex(std::uint32_t rgb)
+{
     return colorR((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
 }
 
-QColor T::colorHexFromString(const QString& text, std::optional<bool> cssStyle) {
+QColor T::colorHexFromString(const QString& text, std::optional<bool> cssStyle)
+{
     if (text.size() < 3)
         return {};
     const bool css = cssStyle.value_or(text.startsWith(QLatin1Char('#')));
@@ -39,7 +42,8 @@ QColor T::colorHexFromString(const QString& text, std::optional<bool> cssStyle) 
     return colorWithHex(static_cast<std::uint32_t>(value));
 }
 
-QString T::readableTime(const QDateTime& date, const QDateTime& now) {
+QString T::readableTime(const QDateTime& date, const QDateTime& now)
+{
     const double d = static_cast<double>(now.msecsTo(date)) / 1000.0;
     auto tr = [](const char* key) { return QCoreApplication::translate("T", key); };
     // The translated text keeps "%d"; it is replaced rather than used as a format string.
@@ -57,7 +61,8 @@ QString T::readableTime(const QDateTime& date, const QDateTime& now) {
     return date.toString(QStringLiteral("yy-MM-dd"));
 }
 
-QString T::localizedFileSize(std::int64_t bytes) {
+QString T::localizedFileSize(std::int64_t bytes)
+{
     constexpr std::int64_t KiB = 1LL << 10;
     constexpr std::int64_t MiB = 1LL << 20;
     constexpr std::int64_t GiB = 1LL << 30;

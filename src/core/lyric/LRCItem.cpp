@@ -8,11 +8,13 @@
 #include <cstdlib>
 #include <limits>
 
-LRCItem::~LRCItem() {
+LRCItem::~LRCItem()
+{
     m_lyric = nullptr;
 }
 
-void LRCItem::parseTimeFromTag(QStringView tag, Lyric* lyric) {
+void LRCItem::parseTimeFromTag(QStringView tag, Lyric* lyric)
+{
     m_lyric = lyric;
     if (tag.size() < 2)
         return;
@@ -27,19 +29,22 @@ void LRCItem::parseTimeFromTag(QStringView tag, Lyric* lyric) {
     m_startTime = static_cast<float>(product) + m_second;
 }
 
-float LRCItem::startTime() const {
+float LRCItem::startTime() const
+{
     const double offset = m_lyric ? m_lyric->offsetTime() : 0.0;
     return static_cast<float>(static_cast<double>(m_startTime) + offset);
 }
 
-QString LRCItem::description() const {
+QString LRCItem::description() const
+{
     return QString::asprintf("[%d:%f] ", m_minute, static_cast<double>(m_second)) + m_content;
 }
 
 namespace {
 // Truncation toward zero that is defined for every float: NaN reads as 0 and values beyond
 // the 32-bit range saturate.
-std::int64_t truncateToInt32(float value) {
+std::int64_t truncateToInt32(float value)
+{
     if (std::isnan(value))
         return 0;
     if (value >= 2147483648.0f)
@@ -50,7 +55,8 @@ std::int64_t truncateToInt32(float value) {
 }
 } // namespace
 
-LRCOrdering SortLRCItem(const LRCItem& a, const LRCItem& b, const void* context) {
+LRCOrdering SortLRCItem(const LRCItem& a, const LRCItem& b, const void* context)
+{
     const float startA = a.startTime();
     const float startB = b.startTime();
     const float difference = startA - startB;

@@ -21,7 +21,8 @@ namespace {
 // character is not a digit, so giving digits back can never help), in linear time.
 constexpr char16_t kTimeTagPatternLinear[] = u"\\[\\d++:\\d++\\.?+\\d*+\\]";
 
-icu::RegexMatcher& matcher(const char16_t* pattern) {
+icu::RegexMatcher& matcher(const char16_t* pattern)
+{
     // One compiled matcher per pattern and thread, reset onto each text.
     struct Slot {
         const char16_t* pattern;
@@ -44,11 +45,13 @@ icu::RegexMatcher& matcher(const char16_t* pattern) {
     std::abort(); // more patterns than slots: a programming error caught by every test
 }
 
-icu::UnicodeString alias(const char16_t* data, qsizetype length) {
+icu::UnicodeString alias(const char16_t* data, qsizetype length)
+{
     return icu::UnicodeString(false, data, static_cast<int32_t>(length));
 }
 
-icu::UnicodeString alias(QStringView text) {
+icu::UnicodeString alias(QStringView text)
+{
     return alias(reinterpret_cast<const char16_t*>(text.utf16()), text.size());
 }
 
@@ -58,7 +61,8 @@ struct Match {
     explicit operator bool() const { return start >= 0; }
 };
 
-Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from = 0) {
+Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from = 0)
+{
     UErrorCode status = U_ZERO_ERROR;
     m.reset(input);
     if (!m.find(from, status) || U_FAILURE(status))
@@ -71,18 +75,21 @@ Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from
 }
 
 // Characters at which ICU's "." stops (besides the CR LF pair, made of two of them).
-bool isLineTerminator(char16_t c) {
+bool isLineTerminator(char16_t c)
+{
     return c == 0x0A || c == 0x0B || c == 0x0C || c == 0x0D || c == 0x85 || c == 0x2028 ||
            c == 0x2029;
 }
 
-bool isBracket(char16_t c) {
+bool isBracket(char16_t c)
+{
     return c == u'[' || c == u']';
 }
 
 } // namespace
 
-QStringList tagsFromLine(QStringView line) {
+QStringList tagsFromLine(QStringView line)
+{
     QStringList tags;
     if (!line.contains(u']'))
         return tags;
@@ -144,7 +151,8 @@ QStringList tagsFromLine(QStringView line) {
     return tags;
 }
 
-QString contentFromLine(QStringView line) {
+QString contentFromLine(QStringView line)
+{
     // The match starts at the first "[" that a later "]" on the same stretch between line
     // terminators can close with at least one character between (blanks before that "[" do
     // not change where the match ends). Starting ICU there keeps lines full of unmatched
@@ -177,7 +185,8 @@ QString contentFromLine(QStringView line) {
     return line.mid(candidate + match.end).toString();
 }
 
-std::optional<OffsetTag> findOffsetTag(QStringView text) {
+std::optional<OffsetTag> findOffsetTag(QStringView text)
+{
     const Match tag = find(matcher(kOffsetPattern), alias(text));
     if (!tag)
         return std::nullopt;
@@ -195,7 +204,8 @@ struct NumberText {
     std::string digits; // ASCII digits and at most one "."
 };
 
-NumberText scanNumber(QStringView text, bool allowFraction) {
+NumberText scanNumber(QStringView text, bool allowFraction)
+{
     qsizetype i = 0;
     while (i < text.size() && text[i].isSpace())
         ++i;
@@ -220,7 +230,8 @@ NumberText scanNumber(QStringView text, bool allowFraction) {
 }
 } // namespace
 
-std::int32_t readInt32(QStringView text) {
+std::int32_t readInt32(QStringView text)
+{
     const NumberText number = scanNumber(text, false);
     std::int64_t value = 0;
     for (char c : number.digits) {
@@ -234,7 +245,8 @@ std::int32_t readInt32(QStringView text) {
         value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
-float readFloat(QStringView text) {
+float readFloat(QStringView text)
+{
     const NumberText number = scanNumber(text, true);
     if (number.digits.empty() || number.digits == ".")
         return 0.0f;
@@ -256,7 +268,8 @@ float readFloat(QStringView text) {
 
 namespace reference {
 
-QStringList tagsFromLine(QStringView line) {
+QStringList tagsFromLine(QStringView line)
+{
     QStringList tags;
     QString work = line.toString();
     icu::RegexMatcher& m = matcher(kTimeTagPattern);
@@ -271,7 +284,8 @@ QStringList tagsFromLine(QStringView line) {
     return tags;
 }
 
-QString contentFromLine(QStringView line) {
+QString contentFromLine(QStringView line)
+{
     const Match match = find(matcher(kContentPattern), alias(line));
     if (!match)
         return QString(QLatin1String(""));

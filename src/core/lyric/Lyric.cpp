@@ -13,7 +13,8 @@
 #include <string>
 
 std::optional<QString> Lyric::decodeText(const QByteArray& bytes, std::uint64_t encoding,
-                                         QString* error) {
+                                         QString* error)
+{
     std::optional<QStringConverter::Encoding> qtEncoding;
     switch (encoding) {
     case 1: // ASCII is a subset of UTF-8; a byte above 127 is an error there too
@@ -45,7 +46,8 @@ std::optional<QString> Lyric::decodeText(const QByteArray& bytes, std::uint64_t 
     return text.isNull() ? QString(QLatin1String("")) : text;
 }
 
-bool Lyric::parseLRCfile(const QString& path) {
+bool Lyric::parseLRCfile(const QString& path)
+{
     QString error;
     std::optional<QString> text;
     QFile file(path);
@@ -63,11 +65,13 @@ bool Lyric::parseLRCfile(const QString& path) {
     return true;
 }
 
-bool Lyric::parseLRCname(const QString& name) {
+bool Lyric::parseLRCname(const QString& name)
+{
     return parseLRCfile(name.isEmpty() ? QString() : QStringLiteral(":/") + name);
 }
 
-void Lyric::parseLRCcontent(const QString& text) {
+void Lyric::parseLRCcontent(const QString& text)
+{
     clean();
     m_contents = text;
     fetchOffsetTime();
@@ -76,7 +80,8 @@ void Lyric::parseLRCcontent(const QString& text) {
     m_isParsed = true;
 }
 
-void Lyric::fetchOffsetTime() {
+void Lyric::fetchOffsetTime()
+{
     m_offsetTime = 0.0;
     const auto tag = lrc::findOffsetTag(m_contents);
     if (!tag)
@@ -85,7 +90,8 @@ void Lyric::fetchOffsetTime() {
     m_offsetTime = static_cast<double>(tag->milliseconds) / 1000.0;
 }
 
-void Lyric::convertToLRCArray() {
+void Lyric::convertToLRCArray()
+{
     m_itemCacheAssign = nullptr;
     m_lrcArray.clear();
     const QStringView text(m_contents);
@@ -110,7 +116,8 @@ void Lyric::convertToLRCArray() {
     }
 }
 
-void Lyric::sortLRCs() {
+void Lyric::sortLRCs()
+{
     const bool ascending = true;
     foundation::stableMergeSort(m_lrcArray, [&ascending](const auto& a, const auto& b) {
         return SortLRCItem(*a, *b, &ascending) == LRCOrdering::Less;
@@ -124,7 +131,8 @@ void Lyric::sortLRCs() {
     }
 }
 
-void Lyric::clean() {
+void Lyric::clean()
+{
     m_contents = QString();
     m_itemCacheAssign = nullptr;
     m_lrcArray.clear();
@@ -132,20 +140,24 @@ void Lyric::clean() {
     m_offsetTime = 0.0;
 }
 
-QStringList Lyric::tagsFromLine(QStringView line) {
+QStringList Lyric::tagsFromLine(QStringView line)
+{
     return lrc::tagsFromLine(line);
 }
 
-QString Lyric::contentFromLine(QStringView line) {
+QString Lyric::contentFromLine(QStringView line)
+{
     return lrc::contentFromLine(line);
 }
 
-void Lyric::setLrcArray(Items items) {
+void Lyric::setLrcArray(Items items)
+{
     m_itemCacheAssign = nullptr; // the cache must never point into a released array
     m_lrcArray = std::move(items);
 }
 
-LRCItem* Lyric::lrcItemAtTime(double seconds) {
+LRCItem* Lyric::lrcItemAtTime(double seconds)
+{
     if (m_itemCacheAssign && seconds >= m_itemCacheAssign->startTime() &&
         m_itemCacheAssign->endTime() > seconds)
         return m_itemCacheAssign;
@@ -169,18 +181,21 @@ LRCItem* Lyric::lrcItemAtTime(double seconds) {
     }
 }
 
-QString Lyric::lyricsAtTime(double seconds) {
+QString Lyric::lyricsAtTime(double seconds)
+{
     const LRCItem* item = lrcItemAtTime(seconds);
     return item ? item->content() : QString();
 }
 
-LRCItem* Lyric::lrcItemAtIndex(int index) const {
+LRCItem* Lyric::lrcItemAtIndex(int index) const
+{
     if (!m_isParsed || index < 0 || index >= lines())
         return nullptr;
     return m_lrcArray[std::size_t(index)].get();
 }
 
-std::int64_t Lyric::indexOfItem(const LRCItem* item) const {
+std::int64_t Lyric::indexOfItem(const LRCItem* item) const
+{
     for (std::size_t i = 0; i < m_lrcArray.size(); ++i) {
         if (m_lrcArray[i].get() == item)
             return static_cast<std::int64_t>(i);
@@ -188,7 +203,8 @@ std::int64_t Lyric::indexOfItem(const LRCItem* item) const {
     return NotFound;
 }
 
-int Lyric::itemIndexNonEmptyContent(int index) const {
+int Lyric::itemIndexNonEmptyContent(int index) const
+{
     // Positions past the end hold no item, so the walk down can start at the last one.
     for (int i = std::min(index, lines() - 1); i >= 0; --i) {
         const LRCItem* item = lrcItemAtIndex(i);
@@ -198,7 +214,8 @@ int Lyric::itemIndexNonEmptyContent(int index) const {
     return -1;
 }
 
-void Lyric::setOffsetTime(double seconds) {
+void Lyric::setOffsetTime(double seconds)
+{
     m_offsetTime = seconds;
     const double milliseconds = seconds * 1000.0;
     const int length = std::snprintf(nullptr, 0, "[offset:%.f]", milliseconds);
@@ -215,14 +232,16 @@ void Lyric::setOffsetTime(double seconds) {
     m_offsetItem = tag;
 }
 
-QString Lyric::contentsReadable() const {
+QString Lyric::contentsReadable() const
+{
     QString text(QLatin1String(""));
     for (const auto& item : m_lrcArray)
         text += item->content() + QLatin1Char('\n');
     return text;
 }
 
-void Lyric::debugItems() const {
+void Lyric::debugItems() const
+{
     for (const auto& item : m_lrcArray)
         foundation::systemLog(item->description());
 }

@@ -13,7 +13,8 @@ namespace {
 
 class CompressedTextForm : public ::testing::TestWithParam<QString> {};
 
-TEST_P(CompressedTextForm, RoundTrips) {
+TEST_P(CompressedTextForm, RoundTrips)
+{
     const QString encoded = zlibDeflateString(GetParam());
     ASSERT_FALSE(encoded.isNull());
     EXPECT_EQ(zlibInflateString(encoded), GetParam());
@@ -25,7 +26,8 @@ INSTANTIATE_TEST_SUITE_P(
                       QString::fromUtf8("\xE6\xAD\x8C\xE8\xAF\x8D lyric \xF0\x9F\x8E\xB5"),
                       QString(100000, u'x')));
 
-TEST(CompressedTextForm, EmptyStringIsItsOwnForm) {
+TEST(CompressedTextForm, EmptyStringIsItsOwnForm)
+{
     const QString encoded = zlibDeflateString(QString(QLatin1String("")));
     EXPECT_FALSE(encoded.isNull());
     EXPECT_TRUE(encoded.isEmpty());
@@ -35,13 +37,15 @@ TEST(CompressedTextForm, EmptyStringIsItsOwnForm) {
     EXPECT_TRUE(zlibDeflateString(QString()).isNull());
 }
 
-TEST(CompressedTextForm, PayloadThatIsNotUtf8IsAbsent) {
+TEST(CompressedTextForm, PayloadThatIsNotUtf8IsAbsent)
+{
     const auto compressed = zlibDeflate(QByteArray("\xFF\xFE\xFD"));
     ASSERT_TRUE(compressed);
     EXPECT_TRUE(zlibInflateString(base64EncodedString(*compressed)).isNull());
 }
 
-TEST(Deflate, ProducesAZlibStreamAtTheDefaultLevel) {
+TEST(Deflate, ProducesAZlibStreamAtTheDefaultLevel)
+{
     const auto out = zlibDeflate(QByteArray(50000, 'a'));
     ASSERT_TRUE(out);
     ASSERT_GE(out->size(), 2);
@@ -49,7 +53,8 @@ TEST(Deflate, ProducesAZlibStreamAtTheDefaultLevel) {
     EXPECT_EQ(quint8(out->at(1)), 0x9C);
 }
 
-TEST(Deflate, IncompressibleInputGrowsTheBufferPastOneChunk) {
+TEST(Deflate, IncompressibleInputGrowsTheBufferPastOneChunk)
+{
     QByteArray noise(40000, Qt::Uninitialized);
     QRandomGenerator random(7);
     for (char& c : noise)
@@ -60,7 +65,8 @@ TEST(Deflate, IncompressibleInputGrowsTheBufferPastOneChunk) {
     EXPECT_EQ(zlibInflate(*out), noise);
 }
 
-TEST(Inflate, RejectsWhatIsNotACompleteStream) {
+TEST(Inflate, RejectsWhatIsNotACompleteStream)
+{
     EXPECT_EQ(zlibInflate(QByteArray()), QByteArray());
     EXPECT_FALSE(zlibInflate(QByteArray("not a zlib stream at all")));
     const QByteArray whole = *zlibDeflate(QByteArray(5000, 'q'));
@@ -70,7 +76,8 @@ TEST(Inflate, RejectsWhatIsNotACompleteStream) {
     EXPECT_FALSE(zlibInflate(corrupt));
 }
 
-TEST(Inflate, StopsAtTheOutputLimit) {
+TEST(Inflate, StopsAtTheOutputLimit)
+{
     const QByteArray bomb = *zlibDeflate(QByteArray(kMaxInflatedSize + 1, '\0'));
     EXPECT_LT(bomb.size(), 100000);
     EXPECT_FALSE(zlibInflate(bomb));
@@ -88,7 +95,8 @@ struct Base64Case {
 
 class Base64Lines : public ::testing::TestWithParam<Base64Case> {};
 
-TEST_P(Base64Lines, BreakEvery64CharactersWithCrLf) {
+TEST_P(Base64Lines, BreakEvery64CharactersWithCrLf)
+{
     QByteArray data(GetParam().bytes, Qt::Uninitialized);
     for (int i = 0; i < data.size(); ++i)
         data[i] = char(i * 37);
@@ -107,7 +115,8 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Base64Lines,
                                            Base64Case{48, 1, 64}, Base64Case{49, 2, 4},
                                            Base64Case{96, 2, 64}, Base64Case{1000, 21, 56}));
 
-TEST(Base64, StandardAlphabetWithPadding) {
+TEST(Base64, StandardAlphabetWithPadding)
+{
     EXPECT_EQ(base64EncodedString(QByteArray("\xFB\xFF", 2)), QStringLiteral("+/8="));
     EXPECT_EQ(dataFromBase64String(QStringLiteral("+/8=")), QByteArray("\xFB\xFF", 2));
 }

@@ -21,7 +21,8 @@ struct EmptyCase {
 
 class StringEmptiness : public ::testing::TestWithParam<EmptyCase> {};
 
-TEST_P(StringEmptiness, TrimsWhiteSpaceAndLineBreaks) {
+TEST_P(StringEmptiness, TrimsWhiteSpaceAndLineBreaks)
+{
     EXPECT_EQ(isEmpty(GetParam().text), GetParam().empty);
     EXPECT_EQ(isNonEmpty(GetParam().text), GetParam().nonEmpty);
 }
@@ -34,7 +35,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, StringEmptiness,
                                            // an absent string is neither
                                            EmptyCase{QString(), false, false}));
 
-TEST(NumberEmptiness, UsesTheIntegerValue) {
+TEST(NumberEmptiness, UsesTheIntegerValue)
+{
     EXPECT_TRUE(isNonEmpty(QVariant(3)));
     EXPECT_TRUE(isNonEmpty(QVariant(-1.7)));
     EXPECT_FALSE(isNonEmpty(QVariant(0)));
@@ -43,7 +45,8 @@ TEST(NumberEmptiness, UsesTheIntegerValue) {
     EXPECT_FALSE(isNonEmpty(QVariant::fromValue(nullptr)));
 }
 
-TEST(Dictionary, StoredNullReadsAsAbsent) {
+TEST(Dictionary, StoredNullReadsAsAbsent)
+{
     const QVariantMap map{{"null", QVariant::fromValue(nullptr)},
                           {"n", 42},
                           {"text", QStringLiteral("17")},
@@ -59,7 +62,8 @@ TEST(Dictionary, StoredNullReadsAsAbsent) {
     EXPECT_EQ(intForKey(map, "null"), 0);
 }
 
-TEST(Colours, FromComponentsHexAndText) {
+TEST(Colours, FromComponentsHexAndText)
+{
     const QColor c = T::colorWithHex(0x336699);
     EXPECT_EQ(c.red(), 0x33);
     EXPECT_EQ(c.green(), 0x66);
@@ -80,7 +84,8 @@ struct AgoCase {
 
 class RelativeTime : public ::testing::TestWithParam<AgoCase> {};
 
-TEST_P(RelativeTime, BoundariesBelongToTheNearerClass) {
+TEST_P(RelativeTime, BoundariesBelongToTheNearerClass)
+{
     const QDateTime now(QDate(2026, 11, 22), QTime(12, 0));
     EXPECT_EQ(T::readableTime(now.addSecs(-GetParam().secondsAgo), now),
               QString::fromUtf8(GetParam().expected));
@@ -102,7 +107,8 @@ struct SizeCase {
 
 class FileSize : public ::testing::TestWithParam<SizeCase> {};
 
-TEST_P(FileSize, ReadsAsItIsWritten) {
+TEST_P(FileSize, ReadsAsItIsWritten)
+{
     EXPECT_EQ(T::localizedFileSize(GetParam().bytes), QString::fromUtf8(GetParam().expected));
 }
 
@@ -121,7 +127,8 @@ struct SquareCase {
 
 class Squares : public ::testing::TestWithParam<SquareCase> {};
 
-TEST_P(Squares, LargestCentredSquare) {
+TEST_P(Squares, LargestCentredSquare)
+{
     EXPECT_EQ(ImageScaler::sourceSquare(GetParam().source), GetParam().square);
 }
 
@@ -134,7 +141,8 @@ INSTANTIATE_TEST_SUITE_P(
                       SquareCase{{301, 200}, {51, 0, 200, 200}},
                       SquareCase{{64, 64}, {0, 0, 64, 64}}));
 
-TEST(ImageScaler, DrawsTheSquareIntoTheTargetSize) {
+TEST(ImageScaler, DrawsTheSquareIntoTheTargetSize)
+{
     QImage source(300, 200, QImage::Format_RGB32);
     source.fill(Qt::green); // the cropped-away side strips
     QPainter painter(&source);

@@ -18,14 +18,16 @@ namespace {
 // Captures what is written to the process's standard output.
 class StdoutCapture {
 public:
-    StdoutCapture() {
+    StdoutCapture()
+    {
         std::fflush(stdout);
         m_saved = dup(STDOUT_FILENO);
         m_file = std::tmpfile();
         dup2(fileno(m_file), STDOUT_FILENO);
     }
     ~StdoutCapture() { restore(); }
-    QByteArray text() {
+    QByteArray text()
+    {
         restore();
         std::rewind(m_file);
         QByteArray bytes;
@@ -36,7 +38,8 @@ public:
     }
 
 private:
-    void restore() {
+    void restore()
+    {
         if (m_saved < 0)
             return;
         std::fflush(stdout);
@@ -50,12 +53,14 @@ private:
 
 class Logging : public ::testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         PLLOG::resetToDefaults();
         m_previous = foundation::setAssertionHandler(
             [this](const QString& text) { m_assertions.append(text); });
     }
-    void TearDown() override {
+    void TearDown() override
+    {
         foundation::setAssertionHandler(m_previous);
         PLLOG::resetToDefaults();
     }
@@ -63,7 +68,8 @@ protected:
     foundation::AssertionHandler m_previous;
 };
 
-TEST_F(Logging, DefaultStylePrintsNameMessageAndMethod) {
+TEST_F(Logging, DefaultStylePrintsNameMessageAndMethod)
+{
     StdoutCapture out;
     PLLOG::logForEnv(PLLOG::Info, "src/x/Main.cpp", 12, "main", "%s", "hello");
     EXPECT_EQ(out.text(), QByteArray("[Info] hello\n  main\n"));
@@ -77,7 +83,8 @@ struct StyleCase {
 
 class LogStyles : public Logging, public ::testing::WithParamInterface<StyleCase> {};
 
-TEST_P(LogStyles, FormatConsoleAndFileLines) {
+TEST_P(LogStyles, FormatConsoleAndFileLines)
+{
     PLLOG::setLogStyle(GetParam().style);
     const auto line = [](bool fileForm) {
         return PLLOG::formatLine(PLLOG::Net, "/a/b/Source.cpp", 42, "fetch",
@@ -95,7 +102,8 @@ INSTANTIATE_TEST_SUITE_P(Styles, LogStyles,
                                                      "[Net]Source.cpp:42 fetch got 3\n"},
                                            StyleCase{3, nullptr, nullptr}));
 
-TEST_F(Logging, SwitchesSilenceEnvironmentsAndEverything) {
+TEST_F(Logging, SwitchesSilenceEnvironmentsAndEverything)
+{
     const auto lineFor = [](std::uint32_t env) {
         return PLLOG::formatLine(env, "f", 1, "m", QStringLiteral("x"), false);
     };
@@ -111,7 +119,8 @@ TEST_F(Logging, SwitchesSilenceEnvironmentsAndEverything) {
     EXPECT_TRUE(m_assertions.isEmpty());
 }
 
-TEST_F(Logging, UnknownEnvironmentIsAnAssertion) {
+TEST_F(Logging, UnknownEnvironmentIsAnAssertion)
+{
     StdoutCapture out;
     PLLOG::logForEnv(9, "f", 1, "m", "x");
     PLLOG::setLogState(10, true);
@@ -126,12 +135,14 @@ TEST_F(Logging, UnknownEnvironmentIsAnAssertion) {
         PLLOG::formatLine(9, "f", 1, "m", QStringLiteral("x"), false).startsWith("[Again]"));
 }
 
-QByteArray readFile(const QString& path) {
+QByteArray readFile(const QString& path)
+{
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-TEST_F(Logging, FileLoggerStartsAFreshFileAndEchoesWhileVisible) {
+TEST_F(Logging, FileLoggerStartsAFreshFileAndEchoesWhileVisible)
+{
     TempHome home;
     const QString path = home.write("log.txt", "old contents\n");
     PLLOG::setLogStyle(0);
@@ -155,7 +166,8 @@ TEST_F(Logging, FileLoggerStartsAFreshFileAndEchoesWhileVisible) {
     EXPECT_EQ(readFile(path), QByteArray("[Info] one 1[Warning] two[Error]File.cpp:7 run three\n"));
 }
 
-TEST_F(Logging, DefaultLoggerIsANonOwningReference) {
+TEST_F(Logging, DefaultLoggerIsANonOwningReference)
+{
     TempHome home;
     {
         auto logger = PLLOG_File::createDefaultLogger(home.filePath("d.log"));

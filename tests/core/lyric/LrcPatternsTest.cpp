@@ -18,7 +18,8 @@ struct TagCase {
 
 class TagsAndContent : public ::testing::TestWithParam<TagCase> {};
 
-TEST_P(TagsAndContent, MatchTheGrammar) {
+TEST_P(TagsAndContent, MatchTheGrammar)
+{
     const TagCase& c = GetParam();
     const QString line = QString::fromUtf16(c.line);
     EXPECT_EQ(lrc::tagsFromLine(line), c.tags);
@@ -60,7 +61,8 @@ struct NumberCase {
 
 class NumberReading : public ::testing::TestWithParam<NumberCase> {};
 
-TEST_P(NumberReading, ReadsLikeTheFormat) {
+TEST_P(NumberReading, ReadsLikeTheFormat)
+{
     const QString text = QString::fromUtf16(GetParam().text);
     EXPECT_EQ(lrc::readInt32(text), GetParam().integer);
     EXPECT_FLOAT_EQ(lrc::readFloat(text), GetParam().real);
@@ -75,12 +77,14 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{u"99999999999", std::numeric_limits<std::int32_t>::max(), 99999999999.0f},
         NumberCase{u"-99999999999", std::numeric_limits<std::int32_t>::min(), -99999999999.0f}));
 
-TEST(NumberReading, HugeFloatIsInfinite) {
+TEST(NumberReading, HugeFloatIsInfinite)
+{
     EXPECT_EQ(lrc::readFloat(QString(400, u'9')), std::numeric_limits<float>::infinity());
     EXPECT_EQ(lrc::readFloat(QStringLiteral("0.") + QString(400, u'0') + u'1'), 0.0f);
 }
 
-TEST(OffsetTag, FirstTagAnywhereCounts) {
+TEST(OffsetTag, FirstTagAnywhereCounts)
+{
     const auto tag = lrc::findOffsetTag(u"x[offset:-250]y\n[offset:900]");
     ASSERT_TRUE(tag);
     EXPECT_EQ(tag->text, QStringLiteral("[offset:-250]"));
@@ -92,7 +96,8 @@ TEST(OffsetTag, FirstTagAnywhereCounts) {
 
 // The linear scanners must agree with the patterns as written on every line. Random lines
 // over the characters that matter to the grammar find the corner cases quickly.
-TEST(LinearScanners, AgreeWithTheReferenceOnRandomLines) {
+TEST(LinearScanners, AgreeWithTheReferenceOnRandomLines)
+{
     const char16_t alphabet[] = u"[[]]::..0123 x\r\u2028\u0663\t";
     QRandomGenerator random(20261122);
     for (int round = 0; round < 30000; ++round) {

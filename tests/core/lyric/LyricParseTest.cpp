@@ -16,14 +16,16 @@ struct Expected {
     QString content;
 };
 
-std::vector<Expected> itemsOf(const Lyric& lyric) {
+std::vector<Expected> itemsOf(const Lyric& lyric)
+{
     std::vector<Expected> items;
     for (const auto& item : lyric.lrcArray())
         items.push_back({item->startTime(), item->endTime(), item->content()});
     return items;
 }
 
-void expectItems(const Lyric& lyric, const std::vector<Expected>& expected) {
+void expectItems(const Lyric& lyric, const std::vector<Expected>& expected)
+{
     const auto items = itemsOf(lyric);
     ASSERT_EQ(items.size(), expected.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -35,7 +37,8 @@ void expectItems(const Lyric& lyric, const std::vector<Expected>& expected) {
     }
 }
 
-TEST(LyricParse, MultiTagLineYieldsOneItemPerTagPlacedByTime) {
+TEST(LyricParse, MultiTagLineYieldsOneItemPerTagPlacedByTime)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[ti:Song]\n[00:10.00][00:20.00]Hello\n[00:15.00]Mid"));
     EXPECT_TRUE(lyric.isParsed());
@@ -43,13 +46,15 @@ TEST(LyricParse, MultiTagLineYieldsOneItemPerTagPlacedByTime) {
     expectItems(lyric, {{10, 15, "Hello"}, {15, 20, "Mid"}, {20, 999999, "Hello"}});
 }
 
-TEST(LyricParse, TimedEmptyLineIsKeptAndEndsThePreviousLine) {
+TEST(LyricParse, TimedEmptyLineIsKeptAndEndsThePreviousLine)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:01.00]a\n[00:05.00]\n[00:07.00]b"));
     expectItems(lyric, {{1, 5, "a"}, {5, 7, ""}, {7, 999999, "b"}});
 }
 
-TEST(LyricParse, ContentsKeepTheTextExactlyAndOnlyLineFeedsSplit) {
+TEST(LyricParse, ContentsKeepTheTextExactlyAndOnlyLineFeedsSplit)
+{
     const QString text = QStringLiteral("[ar:x]\r\n[00:01]a\r\n\nplain\n[00:02]b\r");
     Lyric lyric;
     lyric.parseLRCcontent(text);
@@ -57,7 +62,8 @@ TEST(LyricParse, ContentsKeepTheTextExactlyAndOnlyLineFeedsSplit) {
     expectItems(lyric, {{1, 2, "a\r"}, {2, 999999, "b\r"}});
 }
 
-TEST(LyricParse, AbsentAndEmptyTextParseToNoItems) {
+TEST(LyricParse, AbsentAndEmptyTextParseToNoItems)
+{
     for (const QString& text : {QString(), QString(QLatin1String("")), QStringLiteral("no tags")}) {
         Lyric lyric;
         lyric.parseLRCcontent(text);
@@ -68,7 +74,8 @@ TEST(LyricParse, AbsentAndEmptyTextParseToNoItems) {
     }
 }
 
-TEST(LyricParse, AbsurdMinuteCountsWrapInsteadOfOverflowing) {
+TEST(LyricParse, AbsurdMinuteCountsWrapInsteadOfOverflowing)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[99999999:00]x\n[99999999999999:00.5]y\n[00:") +
                           QString(400, u'9') + QStringLiteral("]z"));
@@ -85,7 +92,8 @@ struct OffsetCase {
 
 class OffsetTags : public ::testing::TestWithParam<OffsetCase> {};
 
-TEST_P(OffsetTags, ShiftEveryStartTime) {
+TEST_P(OffsetTags, ShiftEveryStartTime)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QString::fromUtf8(GetParam().text) + QStringLiteral("\n[00:10.00]a"));
     EXPECT_DOUBLE_EQ(lyric.offsetTime(), GetParam().offset);
@@ -104,7 +112,8 @@ INSTANTIATE_TEST_SUITE_P(
                       OffsetCase{"[offset: 500]", 0.0, nullptr},
                       OffsetCase{"[OFFSET:500]", 0.0, nullptr}));
 
-TEST(LyricParse, EndTimesCarryTheOffsetInForceWhenSorted) {
+TEST(LyricParse, EndTimesCarryTheOffsetInForceWhenSorted)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[offset:1000]\n[00:01]a\n[00:03]b"));
     expectItems(lyric, {{2, 4, "a"}, {4, 999999, "b"}});
@@ -113,14 +122,16 @@ TEST(LyricParse, EndTimesCarryTheOffsetInForceWhenSorted) {
     expectItems(lyric, {{1, 4, "a"}, {3, 999999, "b"}});
 }
 
-TEST(LyricParse, StartTimesLessThanASecondApartKeepTextOrder) {
+TEST(LyricParse, StartTimesLessThanASecondApartKeepTextOrder)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:10.60]first\n[00:10.00]second\n[00:12.00]third"));
     expectItems(lyric,
                 {{10.6f, 10.0f, "first"}, {10.0f, 12.0f, "second"}, {12.0f, 999999, "third"}});
 }
 
-TEST(LyricParse, SortIsAscendingAndStableAcrossManyLines) {
+TEST(LyricParse, SortIsAscendingAndStableAcrossManyLines)
+{
     QString text;
     for (int i = 199; i >= 0; --i)
         text += QStringLiteral("[%1:%2]line%3\n").arg(i / 60).arg(i % 60).arg(i);
@@ -144,7 +155,8 @@ struct OrderCase {
 
 class SortComparison : public ::testing::TestWithParam<OrderCase> {};
 
-TEST_P(SortComparison, TreatsNearTimesAsSameAndContextOnlyFlipsDirection) {
+TEST_P(SortComparison, TreatsNearTimesAsSameAndContextOnlyFlipsDirection)
+{
     LRCItem a, b;
     a.setStartTime(GetParam().a);
     b.setStartTime(GetParam().b);
@@ -164,7 +176,8 @@ INSTANTIATE_TEST_SUITE_P(Pairs, SortComparison,
                                            OrderCase{-INFINITY, 0.0f, LRCOrdering::Less},
                                            OrderCase{NAN, 3.0f, LRCOrdering::Same}));
 
-TEST(LyricParse, CleanForgetsEverythingButTheOffsetTagText) {
+TEST(LyricParse, CleanForgetsEverythingButTheOffsetTagText)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[offset:500]\n[00:01]a"));
     lyric.parseLRCcontent(QStringLiteral("[00:01]a"));
@@ -182,7 +195,8 @@ TEST(LyricParse, CleanForgetsEverythingButTheOffsetTagText) {
     EXPECT_EQ(lyric.offsetItem(), QStringLiteral("[offset:250]"));
 }
 
-TEST(LyricFile, ReadsUtf8WithAndWithoutBom) {
+TEST(LyricFile, ReadsUtf8WithAndWithoutBom)
+{
     TempHome home;
     Lyric lyric;
     ASSERT_TRUE(lyric.parseLRCfile(home.write("a.lrc", "\xEF\xBB\xBF[00:01]\xE6\xAD\x8C")));
@@ -191,7 +205,8 @@ TEST(LyricFile, ReadsUtf8WithAndWithoutBom) {
     EXPECT_EQ(lyric.fileEncoding(), Lyric::UTF8Encoding);
 }
 
-TEST(LyricFile, UnreadableFileLogsAndLeavesTheDocumentAlone) {
+TEST(LyricFile, UnreadableFileLogsAndLeavesTheDocumentAlone)
+{
     TempHome home;
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:01]kept"));
@@ -206,7 +221,8 @@ TEST(LyricFile, UnreadableFileLogsAndLeavesTheDocumentAlone) {
     }
 }
 
-TEST(LyricFile, UnsupportedEncodingFails) {
+TEST(LyricFile, UnsupportedEncodingFails)
+{
     TempHome home;
     Lyric lyric;
     lyric.setFileEncoding(12345);

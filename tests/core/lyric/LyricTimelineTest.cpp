@@ -8,7 +8,8 @@
 
 namespace {
 
-QString at(Lyric& lyric, double t) {
+QString at(Lyric& lyric, double t)
+{
     const QString text = lyric.lyricsAtTime(t);
     return text.isNull() ? QStringLiteral("<nil>") : text;
 }
@@ -20,7 +21,8 @@ struct TimeCase {
 
 class ThreeLines : public ::testing::TestWithParam<TimeCase> {};
 
-TEST_P(ThreeLines, AnswerTheLineSungAtATime) {
+TEST_P(ThreeLines, AnswerTheLineSungAtATime)
+{
     // Asked twice: once fresh, once after a query elsewhere filled the cache.
     for (double warmUp : {-100.0, 0.5, 6.0, 50.0}) {
         Lyric lyric;
@@ -37,7 +39,8 @@ INSTANTIATE_TEST_SUITE_P(Times, ThreeLines,
                                            TimeCase{100.0, "C"}, TimeCase{1e9, "C"},
                                            TimeCase{-1.0, "<nil>"}));
 
-TEST(Timeline, BeforeTheFirstLineIsNothing) {
+TEST(Timeline, BeforeTheFirstLineIsNothing)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:02.00]A\n[00:05.00]B\n[00:09.00]C"));
     EXPECT_EQ(at(lyric, 6), QStringLiteral("B"));
@@ -45,14 +48,16 @@ TEST(Timeline, BeforeTheFirstLineIsNothing) {
     EXPECT_EQ(at(lyric, 2), QStringLiteral("A"));
 }
 
-TEST(Timeline, ASingleLineIsShownAtEveryTime) {
+TEST(Timeline, ASingleLineIsShownAtEveryTime)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:30.00]only"));
     EXPECT_EQ(at(lyric, 0), QStringLiteral("only"));
     EXPECT_EQ(at(lyric, -5), QStringLiteral("only"));
 }
 
-TEST(Timeline, EmptyDocumentAnswersNothing) {
+TEST(Timeline, EmptyDocumentAnswersNothing)
+{
     Lyric lyric;
     EXPECT_EQ(lyric.lrcItemAtTime(0), nullptr);
     EXPECT_EQ(lyric.itemIndexNonEmptyContent(0), -1);
@@ -61,13 +66,15 @@ TEST(Timeline, EmptyDocumentAnswersNothing) {
     EXPECT_EQ(lyric.lines(), 0);
 }
 
-TEST(Timeline, IdenticalStartTimesGiveTheLastOfThem) {
+TEST(Timeline, IdenticalStartTimesGiveTheLastOfThem)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:01]a\n[00:03]first\n[00:03]second\n[00:05]c"));
     EXPECT_EQ(at(lyric, 3.5), QStringLiteral("second"));
 }
 
-TEST(Timeline, OutOfOrderNearLinesAreSkippedOrAnswerNothing) {
+TEST(Timeline, OutOfOrderNearLinesAreSkippedOrAnswerNothing)
+{
     // Sorted as 10.6, 10.0, 12.0: the scan stops at 10.6 for earlier times and never
     // returns that line for later ones.
     Lyric lyric;
@@ -77,7 +84,8 @@ TEST(Timeline, OutOfOrderNearLinesAreSkippedOrAnswerNothing) {
     EXPECT_EQ(at(lyric, 12.5), QStringLiteral("third"));
 }
 
-TEST(Timeline, CachedLineFollowsTheEndTimeFixedAtSort) {
+TEST(Timeline, CachedLineFollowsTheEndTimeFixedAtSort)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:00]A\n[00:05]B\n[00:09]C"));
     EXPECT_EQ(at(lyric, 6), QStringLiteral("B"));
@@ -90,7 +98,8 @@ TEST(Timeline, CachedLineFollowsTheEndTimeFixedAtSort) {
     EXPECT_EQ(at(fresh, 8.5), QStringLiteral("C"));
 }
 
-TEST(Timeline, IndexAccessIsBoundsCheckedAndNeedsAParse) {
+TEST(Timeline, IndexAccessIsBoundsCheckedAndNeedsAParse)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:01]a\n[00:02]b"));
     EXPECT_EQ(lyric.lrcItemAtIndex(1)->content(), QStringLiteral("b"));
@@ -104,7 +113,8 @@ TEST(Timeline, IndexAccessIsBoundsCheckedAndNeedsAParse) {
     EXPECT_EQ(lyric.lrcItemAtIndex(0), nullptr);
 }
 
-TEST(Timeline, NearestNonBlankLineAtOrBefore) {
+TEST(Timeline, NearestNonBlankLineAtOrBefore)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:10]text\n[00:12] \r\n[00:14]\n[00:16]more"));
     EXPECT_EQ(lyric.itemIndexNonEmptyContent(1), 0);
@@ -126,7 +136,8 @@ struct OffsetWrite {
 
 class OffsetWriting : public ::testing::TestWithParam<OffsetWrite> {};
 
-TEST_P(OffsetWriting, WritesMillisecondsIntoTheText) {
+TEST_P(OffsetWriting, WritesMillisecondsIntoTheText)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QString::fromUtf8(GetParam().before));
     lyric.setOffsetTime(GetParam().seconds);
@@ -143,7 +154,8 @@ INSTANTIATE_TEST_SUITE_P(
                                   "[offset:0]x[offset:0]\n[00:01]a"},
                       OffsetWrite{"", 1.0, "\n[offset:1000]"}));
 
-TEST(OffsetWriting, EachChangeReplacesTheLastTagWritten) {
+TEST(OffsetWriting, EachChangeReplacesTheLastTagWritten)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:01]a"));
     lyric.setOffsetTime(0.25);
@@ -152,21 +164,24 @@ TEST(OffsetWriting, EachChangeReplacesTheLastTagWritten) {
     EXPECT_FLOAT_EQ(lyric.lrcArray()[0]->startTime(), 0.9f);
 }
 
-TEST(OffsetWriting, AbsentTextStaysAbsent) {
+TEST(OffsetWriting, AbsentTextStaysAbsent)
+{
     Lyric lyric;
     lyric.setOffsetTime(1.0);
     EXPECT_TRUE(lyric.contents().isNull());
     EXPECT_EQ(lyric.offsetItem(), QStringLiteral("[offset:1000]"));
 }
 
-TEST(Renderings, ReadableTextRepeatsMultiTagLinesPerTag) {
+TEST(Renderings, ReadableTextRepeatsMultiTagLinesPerTag)
+{
     Lyric lyric;
     EXPECT_EQ(lyric.contentsReadable(), QString(QLatin1String("")));
     lyric.parseLRCcontent(QStringLiteral("[ar:x]\n[00:01][00:03]a\n[00:02]b"));
     EXPECT_EQ(lyric.contentsReadable(), QStringLiteral("a\nb\na\n"));
 }
 
-TEST(Renderings, DescriptionAndDebugListing) {
+TEST(Renderings, DescriptionAndDebugListing)
+{
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[02:03.5]x\n[1:23.45]Hello"));
     EXPECT_EQ(lyric.lrcArray()[0]->description(), QStringLiteral("[1:23.450001] Hello"));

@@ -19,7 +19,8 @@ protected:
     QString song = home.write("song.lrc", kSong);
 };
 
-TEST_F(CliLrc, DumpPrintsTheParsedDocument) {
+TEST_F(CliLrc, DumpPrintsTheParsedDocument)
+{
     const CliResult r = runCli({"lrc", "dump", song});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.err.isEmpty());
@@ -41,7 +42,8 @@ TEST_F(CliLrc, DumpPrintsTheParsedDocument) {
     EXPECT_TRUE(r.out.startsWith(R"({"parsed":true,"lines":4,"offset":0.5,"offsetTag")"));
 }
 
-TEST_F(CliLrc, DumpReadsStandardInput) {
+TEST_F(CliLrc, DumpReadsStandardInput)
+{
     for (const QStringList& args : {QStringList{"lrc", "dump", "-"}, QStringList{"lrc", "dump"}}) {
         const CliResult r = runCli(args, "[00:02]x");
         ASSERT_EQ(r.exitCode, 0);
@@ -50,7 +52,8 @@ TEST_F(CliLrc, DumpReadsStandardInput) {
     }
 }
 
-TEST_F(CliLrc, AtAsksOneDocumentInOrder) {
+TEST_F(CliLrc, AtAsksOneDocumentInOrder)
+{
     const CliResult r = runCli({"lrc", "at", song, "0", "1.5", "3.49", "3.5", "100"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     const auto lines = r.jsonLines();
@@ -64,7 +67,8 @@ TEST_F(CliLrc, AtAsksOneDocumentInOrder) {
     EXPECT_TRUE(r.out.startsWith(R"({"time":0,"index":null,"content":null})"));
 }
 
-TEST_F(CliLrc, ReadableAndOffsetPrintExactText) {
+TEST_F(CliLrc, ReadableAndOffsetPrintExactText)
+{
     const CliResult readable = runCli({"lrc", "readable", song});
     ASSERT_EQ(readable.exitCode, 0);
     EXPECT_EQ(readable.out, QByteArray("one\ntwo\r\n\ntwo\r\n"));
@@ -87,7 +91,8 @@ struct ErrorCase {
 
 class CliErrors : public ::testing::TestWithParam<ErrorCase> {};
 
-TEST_P(CliErrors, OneSentenceOnStandardErrorAndTheRightStatus) {
+TEST_P(CliErrors, OneSentenceOnStandardErrorAndTheRightStatus)
+{
     TempHome home;
     home.write("bad.lrc", "[00:01]\xC3\x28");
     QStringList args = GetParam().args;
@@ -114,7 +119,8 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{{"lrc", "dump", "HOME"}, 1, "versewick-cli: Cannot read"},
         ErrorCase{{"lrc", "readable", "HOME/bad.lrc"}, 1, "versewick-cli: Cannot read"}));
 
-TEST(CliHelp, EveryCommandAnswersHelp) {
+TEST(CliHelp, EveryCommandAnswersHelp)
+{
     for (const QStringList& args :
          {QStringList{"--help"}, QStringList{"lrc", "--help"}, QStringList{"lrc", "dump", "--help"},
           QStringList{"lrc", "at", "--help"}, QStringList{"lrc", "readable", "--help"},

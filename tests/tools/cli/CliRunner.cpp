@@ -2,12 +2,15 @@
 
 #include <QJsonDocument>
 #include <QProcess>
+#include <QProcessEnvironment>
 
-QJsonObject CliResult::json() const {
+QJsonObject CliResult::json() const
+{
     return QJsonDocument::fromJson(out).object();
 }
 
-QList<QJsonObject> CliResult::jsonLines() const {
+QList<QJsonObject> CliResult::jsonLines() const
+{
     QList<QJsonObject> lines;
     for (const QByteArray& line : out.split('\n')) {
         if (!line.isEmpty())
@@ -16,8 +19,9 @@ QList<QJsonObject> CliResult::jsonLines() const {
     return lines;
 }
 
-CliResult runCli(const QStringList& args, const QByteArray& input) {
-    QProcess process;
+namespace {
+CliResult run(QProcess& process, const QStringList& args, const QByteArray& input)
+{
     process.start(QStringLiteral(VERSEWICK_CLI), args);
     process.waitForStarted();
     process.write(input);
@@ -28,4 +32,22 @@ CliResult runCli(const QStringList& args, const QByteArray& input) {
     result.out = process.readAllStandardOutput();
     result.err = process.readAllStandardError();
     return result;
+}
+} // namespace
+
+CliResult runCli(const QStringList& args, const QByteArray& input)
+{
+    QProcess process;
+    return run(process, args, input);
+}
+
+CliResult runCliAt(const QString& root, const QStringList& args, const QByteArray& input)
+{
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("HOME", root);
+    env.insert("XDG_CONFIG_HOME", root + "/config");
+    env.insert("XDG_DATA_HOME", root + "/data");
+    process.setProcessEnvironment(env);
+    return run(process, args, input);
 }

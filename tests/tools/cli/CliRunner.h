@@ -14,3 +14,5 @@ struct CliResult {
 };
 
 CliResult runCli(const QStringList& args, const QByteArray& input = {});
+// The same with HOME, XDG_CONFIG_HOME and XDG_DATA_HOME under root.
+CliResult runCliAt(const QString& root, const QStringList& args, const QByteArray& input = {});

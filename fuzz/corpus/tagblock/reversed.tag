@@ -1,0 +1,1 @@
+=QVEOF= =QVNOW=abc

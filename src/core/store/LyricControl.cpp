@@ -1,0 +1,164 @@
+#include "store/LyricControl.h"
+
+#include "foundation/StringAdditions.h"
+#include "lyric/Lyric.h"
+#include "store/LyricTagBlock.h"
+#include "store/LyricsTrack.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace {
+
+const QString kExtension = QStringLiteral("lrc");
+
+// A file name that stays directly inside the lyrics folder.
+bool isSafeFileName(const QString& fileName)
+{
+    return !fileName.isEmpty() && !fileName.contains(u'/') && !fileName.contains(QChar(0)) &&
+           fileName != QLatin1String(".") && fileName != QLatin1String("..");
+}
+
+QString withExtension(const QString& identify)
+{
+    return identify + u'.' + kExtension;
+}
+
+} // namespace
+
+QString LyricControl::_pathAppDatas()
+{
+    const QStringList roots =
+        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    return (roots.isEmpty() ? QDir::homePath() : roots.first()) + QStringLiteral("/Versewick");
+}
+
+QString LyricControl::_pathLrcs()
+{
+    return _pathAppDatas() + QStringLiteral("/lyrics.lrcs");
+}
+
+QString LyricControl::_pathForIdentify(const QString& fileName)
+{
+    return _pathLrcs() + u'/' + fileName;
+}
+
+void LyricControl::_createDictionaryInNecessary()
+{
+    QDir().mkpath(_pathLrcs());
+}
+
+QString LyricControl::lyricsPath()
+{
+    _createDictionaryInNecessary();
+    return _pathLrcs();
+}
+
+QString LyricControl::identifyFromArtist(const QString& artist, const QString& song) const
+{
+    return artist + QStringLiteral("--") + song;
+}
+
+QString LyricControl::fileNameFromTrack(const LyricsTrack& track) const
+{
+    return withExtension(identifyFromArtist(track.artist(), track.name()));
+}
+
+std::unique_ptr<Lyric> LyricControl::readLrcByIdentify(const QString& identify) const
+{
+    const QString fileName = withExtension(identify);
+    if (!isSafeFileName(fileName))
+        return nullptr;
+    QFile file(_pathForIdentify(fileName));
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxLyricFileSize)
+        return nullptr;
+    const auto text = Lyric::decodeText(file.readAll(), Lyric::UTF8Encoding);
+    // An empty file holds no text: it is treated like a missing one.
+    if (!text || text->isEmpty())
+        return nullptr;
+    auto lyric = std::make_unique<Lyric>();
+    lyric->parseLRCcontent(*text);
+    return lyric;
+}
+
+void LyricControl::writeLrcAsIdentify(const Lyric& lyric, const QString& identify, bool overwrite)
+{
+    _createDictionaryInNecessary();
+    const QString fileName = withExtension(identify);
+    if (!foundation::isNonEmpty(lyric.contents()) || !isSafeFileName(fileName))
+        return;
+    if (!overwrite && readLrcByIdentify(identify))
+        return;
+    // Written beside the target and renamed over it: a crash leaves the old file or the new.
+    QSaveFile file(_pathForIdentify(fileName));
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    file.write(lyric.contents().toUtf8());
+    file.commit();
+}
+
+void LyricControl::writeLrc(const Lyric& lyric, const QString& artist, const QString& song,
+                            bool overwrite)
+{
+    writeLrcAsIdentify(lyric, identifyFromArtist(artist, song), overwrite);
+}
+
+void LyricControl::fetchLrcByArtist(const QString& artist, const QString& song)
+{
+    if (artist.isEmpty() || song.isEmpty())
+        return;
+    m_artist = artist;
+    m_song = song;
+    std::unique_ptr<Lyric> lyric = readLrcByIdentify(identifyFromArtist(artist, song));
+    if (!m_delegate)
+        return;
+    if (lyric)
+        m_delegate->controlLrcFetched(*this, std::move(lyric), LyricControlDelegate::FromFolder);
+    else if (m_delegate->respondsToLrcFetchFailed())
+        m_delegate->controlLrcFetchFailed(*this, nullptr, 0);
+}
+
+void LyricControl::scanLrcFilesSync()
+{
+    std::vector<LyricStorageFile> files;
+    QDirIterator it(_pathLrcs(),
+                    QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    while (it.hasNext()) {
+        it.next();
+        if (auto file = LyricStorageFile::fileFromFileName(it.fileName()))
+            files.push_back(std::move(*file));
+    }
+    m_lyricFiles = std::move(files);
+}
+
+QString LyricControl::pathOfFile(const LyricStorageFile& file) const
+{
+    return _pathForIdentify(file.fileName);
+}
+
+void LyricControl::writeLrcToTrack(const Lyric& lyric, LyricsTrack& track, bool overwrite,
+                                   bool /*withLRC*/)
+{
+    const auto text = tagblock::tagTextForLyric(lyric);
+    if (!text)
+        return;
+    if (foundation::isNonEmpty(track.lyrics()) && !overwrite)
+        return;
+    track.setLyrics(*text);
+}
+
+void LyricControl::fetchLrcFromTrackTags(const LyricsTrack& track)
+{
+    if (const auto text = tagblock::lrcFromTagText(track.lyrics())) {
+        auto lyric = std::make_unique<Lyric>();
+        lyric->parseLRCcontent(*text);
+        if (m_delegate)
+            m_delegate->controlLrcFetched(*this, std::move(lyric),
+                                          LyricControlDelegate::FromTrackTag);
+        return;
+    }
+    fetchLrcByArtist(track.artist(), track.name());
+}
