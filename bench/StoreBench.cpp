@@ -19,7 +19,8 @@ struct Folder {
         qputenv("XDG_DATA_HOME", dir.path().toUtf8());
         const QString lyrics = LyricControl::lyricsPath();
         for (int i = 0; i < count; ++i) {
-            QFile file(lyrics + QStringLiteral("/Artist %1--Song title %2.lrc").arg(i % 500).arg(i));
+            QFile file(lyrics +
+                       QStringLiteral("/Artist %1--Song title %2.lrc").arg(i % 500).arg(i));
             file.open(QIODevice::WriteOnly);
             file.write("[00:01.00]x\n");
         }

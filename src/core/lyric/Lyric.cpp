@@ -3,10 +3,10 @@
 #include "foundation/StableMergeSort.h"
 #include "foundation/StringAdditions.h"
 #include "foundation/SystemLog.h"
+#include "foundation/TextDecoding.h"
 #include "lyric/LrcPatterns.h"
 
 #include <QFile>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <cstdio>
@@ -15,35 +15,7 @@
 std::optional<QString> Lyric::decodeText(const QByteArray& bytes, std::uint64_t encoding,
                                          QString* error)
 {
-    std::optional<QStringConverter::Encoding> qtEncoding;
-    switch (encoding) {
-    case 1: // ASCII is a subset of UTF-8; a byte above 127 is an error there too
-    case UTF8Encoding:
-        qtEncoding = QStringConverter::Utf8;
-        break;
-    case 5:
-        qtEncoding = QStringConverter::Latin1;
-        break;
-    case 10:
-        qtEncoding = QStringConverter::Utf16;
-        break;
-    default:
-        break;
-    }
-    if (!qtEncoding) {
-        if (error)
-            *error = QStringLiteral("The text encoding %1 is not supported.").arg(encoding);
-        return std::nullopt;
-    }
-    QStringDecoder decoder(*qtEncoding);
-    QString text = decoder.decode(bytes);
-    if (decoder.hasError() || (encoding == 1 && std::any_of(bytes.begin(), bytes.end(),
-                                                            [](char c) { return c & 0x80; }))) {
-        if (error)
-            *error = QStringLiteral("The file is not valid text in the expected encoding.");
-        return std::nullopt;
-    }
-    return text.isNull() ? QString(QLatin1String("")) : text;
+    return foundation::decodeText(bytes, encoding, error);
 }
 
 bool Lyric::parseLRCfile(const QString& path)

@@ -1,0 +1,315 @@
+#include "http/PLHttpClient.h"
+#include "http/BlockingGet.h"
+#include "http/PLHttpConfig.h"
+
+#include "support/QtPrinters.h"
+#include "support/RawHttpServer.h"
+#include "support/TempHome.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Records what the client reports; also what it saw at that moment.
+class Recorder : public QObject {
+    Q_OBJECT
+public:
+    struct Report {
+        QString what;
+        QByteArray body;
+        PLHttpError error;
+        int statusCode = -1;
+        QVariantMap userInfo;
+    };
+    QList<Report> reports;
+
+public Q_SLOTS:
+    void httpClientSuccessed(PLHttpClient* client, const QByteArray& body)
+    {
+        reports.append({"success", body, {}, client->statusCode(), client->userInfo()});
+    }
+    void httpClientFailed(PLHttpClient* client, const PLHttpError& error)
+    {
+        reports.append({"failure", {}, error, client->statusCode(), client->userInfo()});
+    }
+    void otherDone(PLHttpClient*, const QByteArray& body)
+    {
+        reports.append({"other", body, {}, -1, {}});
+    }
+};
+
+bool waitFor(const std::function<bool()>& done, int ms = 15000)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!done() && timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    return done();
+}
+
+class HttpClient : public ::testing::Test {
+protected:
+    RawHttpServer server;
+    Recorder recorder;
+    PLHttpClient client{&recorder};
+
+    const Recorder::Report& only()
+    {
+        EXPECT_TRUE(waitFor([&] { return !recorder.reports.isEmpty(); }));
+        QCoreApplication::processEvents(); // a second report would arrive now
+        EXPECT_EQ(recorder.reports.size(), 1);
+        static Recorder::Report none;
+        return recorder.reports.isEmpty() ? none : recorder.reports.first();
+    }
+};
+
+struct AnswerCase {
+    const char* name;
+    RawHttpServer::Handler handler;
+    bool gzip;
+    const char* outcome;
+    QByteArray body;
+    int errorCode;
+};
+
+class Answers : public HttpClient, public ::testing::WithParamInterface<AnswerCase> {};
+
+TEST_P(Answers, FollowTheStatusRule)
+{
+    const AnswerCase& c = GetParam();
+    server.route("/page", c.handler);
+    server.route("/target", RawHttpServer::status(200, "arrived"));
+    server.route("/gone", RawHttpServer::status(404, "missing"));
+    client.setEnableGzipEncoding(c.gzip);
+    client.get(QUrl(server.url("/page?x=1")), {{"context", 7}});
+    const auto& report = only();
+    EXPECT_EQ(report.what, QString::fromUtf8(c.outcome));
+    if (report.what == "success") {
+        EXPECT_EQ(report.body, c.body);
+        EXPECT_EQ(report.statusCode, 200);
+        EXPECT_EQ(report.userInfo.value("context"), 7);
+    } else {
+        EXPECT_EQ(report.error.domain, QStringLiteral("PLHttpClientErrorDomain"));
+        EXPECT_EQ(report.error.code, c.errorCode);
+        EXPECT_EQ(report.error.localizedDescription,
+                  QStringLiteral("http response code %1 failed").arg(c.errorCode));
+        EXPECT_EQ(report.statusCode, 0);
+        EXPECT_TRUE(report.userInfo.isEmpty());
+    }
+    EXPECT_FALSE(client.isLoading());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Servers, Answers,
+    ::testing::Values(
+        AnswerCase{"ok", RawHttpServer::status(200, "hello"), false, "success", "hello", 0},
+        AnswerCase{"okEmpty", RawHttpServer::status(200), false, "success", "", 0},
+        AnswerCase{"chunked", RawHttpServer::chunked({"ab", "cde", QByteArray(5000, 'z')}), false,
+                   "success", "abcde" + QByteArray(5000, 'z'), 0},
+        AnswerCase{"gzip", RawHttpServer::gzipped("compressed words"), true, "success",
+                   "compressed words", 0},
+        AnswerCase{"gzipNotAsked", RawHttpServer::gzipped("plain words"), false, "success",
+                   "plain words", 0},
+        AnswerCase{"redirect", RawHttpServer::redirect("/target"), false, "success", "arrived", 0},
+        AnswerCase{
+            "redirectToMissing", RawHttpServer::redirect("/gone"), false, "failure", {}, 404},
+        AnswerCase{"notFound", RawHttpServer::status(404, "missing"), false, "failure", {}, 404},
+        AnswerCase{"serverError", RawHttpServer::status(500, "boom"), false, "failure", {}, 500},
+        AnswerCase{"created", RawHttpServer::status(201, "made"), false, "failure", {}, 201}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(HttpClient, SendsItsUserAgentAndNoCompressionUnlessAsked)
+{
+    server.route("/", RawHttpServer::status(200, "x"));
+    QCoreApplication::setApplicationName("Versewick");
+    client.get(QUrl(server.url("/")));
+    only();
+    const auto request = server.requests().value(0);
+    EXPECT_TRUE(request.headers.value("user-agent").startsWith("Versewick/"));
+    EXPECT_TRUE(request.headers.value("user-agent").endsWith(") PLHttpClient/1"));
+    EXPECT_EQ(request.headers.value("accept-encoding"), "identity");
+    EXPECT_GT(client.requestTimeCosted(), 0.0);
+}
+
+TEST_F(HttpClient, StatusRuleCanBeTurnedOff)
+{
+    server.route("/", RawHttpServer::status(404, "missing page"));
+    client.setIsForceHandleStatusCode(false);
+    client.get(QUrl(server.url("/")));
+    const auto& report = only();
+    EXPECT_EQ(report.what, QStringLiteral("success"));
+    EXPECT_EQ(report.body, "missing page");
+    EXPECT_EQ(report.statusCode, 404);
+}
+
+TEST_F(HttpClient, TransportFailuresReachTheFailureMethod)
+{
+    client.get(QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(closedPort())));
+    EXPECT_EQ(only().error.domain, QStringLiteral("QNetworkReplyErrorDomain"));
+
+    recorder.reports.clear();
+    server.route("/silent", RawHttpServer::silent());
+    client.setRequestTimeout(400);
+    QElapsedTimer timer;
+    timer.start();
+    client.get(QUrl(server.url("/silent")));
+    EXPECT_EQ(only().what, QStringLiteral("failure"));
+    EXPECT_LT(timer.elapsed(), 5000);
+    EXPECT_EQ(PLHttpConfig::s().connections(), 0);
+}
+
+TEST_F(HttpClient, MethodsAndBodiesReachTheServer)
+{
+    server.route("/", RawHttpServer::status(200));
+    client.post(QUrl(server.url("/")), QStringLiteral("a=\u6b4c"));
+    only();
+    recorder.reports.clear();
+    client.put(QUrl(server.url("/")), QStringLiteral("put body"));
+    only();
+    recorder.reports.clear();
+    client.deleteRequest(QUrl(server.url("/")));
+    only();
+    recorder.reports.clear();
+    client.postForm(QUrl(server.url("/")), {{"k", QStringLiteral("v")}}, {}, {});
+    only();
+    const auto requests = server.requests();
+    ASSERT_EQ(requests.size(), 4);
+    EXPECT_EQ(requests[0].method, "POST");
+    EXPECT_EQ(requests[0].body, QStringLiteral("a=\u6b4c").toUtf8());
+    EXPECT_EQ(requests[1].method, "PUT");
+    EXPECT_EQ(requests[2].method, "DELETE");
+    EXPECT_EQ(requests[3].headers.value("content-type"),
+              "multipart/form-data; boundary=trevally-mp-sep");
+    EXPECT_TRUE(requests[3].body.endsWith("\r\n--trevally-mp-sep\r\n\r\n--trevally-mp-sep--\r\n"));
+}
+
+TEST_F(HttpClient, ANewRequestCancelsTheFirstSilently)
+{
+    server.route("/slow", RawHttpServer::silent());
+    server.route("/fast", RawHttpServer::status(200, "second"));
+    client.get(QUrl(server.url("/slow")));
+    client.get(QUrl(server.url("/fast")));
+    EXPECT_EQ(only().body, "second");
+}
+
+TEST_F(HttpClient, CancelAndDeferredStart)
+{
+    server.route("/", RawHttpServer::status(200, "body"));
+    client.get(QUrl(server.url("/")));
+    client.cancel();
+    EXPECT_FALSE(waitFor([&] { return !recorder.reports.isEmpty(); }, 500));
+    EXPECT_FALSE(client.hasReceivedData());
+    EXPECT_TRUE(client.stringValue().isNull());
+
+    client.setStartImmediately(false);
+    client.get(QUrl(server.url("/")));
+    EXPECT_FALSE(client.isLoading());
+    EXPECT_FALSE(
+        waitFor([&] { return !server.requests().isEmpty() && server.requests().size() > 1; }, 300));
+    client.start();
+    EXPECT_TRUE(client.isLoading());
+    EXPECT_EQ(only().body, "body");
+    EXPECT_EQ(client.stringValue(), QStringLiteral("body"));
+}
+
+TEST_F(HttpClient, RetargetedSelectorsAndMissingMethods)
+{
+    server.route("/", RawHttpServer::status(200, "routed"));
+    client.setDidFinishSelector("otherDone(PLHttpClient*,QByteArray)");
+    client.get(QUrl(server.url("/")));
+    EXPECT_EQ(only().what, QStringLiteral("other"));
+
+    recorder.reports.clear();
+    client.setDidFinishSelector("noSuchMethod(PLHttpClient*,QByteArray)");
+    client.get(QUrl(server.url("/")));
+    EXPECT_TRUE(waitFor([&] { return !client.isLoading(); }));
+    EXPECT_TRUE(recorder.reports.isEmpty());
+
+    // A delegate that goes away is not called.
+    auto gone = std::make_unique<Recorder>();
+    PLHttpClient orphan(gone.get());
+    orphan.get(QUrl(server.url("/")));
+    gone.reset();
+    EXPECT_TRUE(waitFor([&] { return !orphan.isLoading(); }));
+}
+
+TEST_F(HttpClient, HugeBodyStreamsIntoAFile)
+{
+    TempHome home;
+    const qint64 size = 48LL * 1024 * 1024;
+    server.route("/big", RawHttpServer::huge(size));
+    client.setDownloadDestinationPath(home.write("old.bin", "previous contents"));
+    client.get(QUrl(server.url("/big")));
+    ASSERT_TRUE(waitFor([&] { return !recorder.reports.isEmpty(); }, 60000));
+    EXPECT_EQ(recorder.reports[0].what, QStringLiteral("success"));
+    EXPECT_TRUE(recorder.reports[0].body.isEmpty());
+    EXPECT_EQ(QFileInfo(home.filePath("old.bin")).size(), size);
+}
+
+class Trickle : public PLOutputStream {
+public:
+    QByteArray written;
+    int takes = 3;
+    int failAfter = -1;
+    qint64 write(const char* data, qint64 length) override
+    {
+        if (failAfter == 0)
+            return -1;
+        --failAfter;
+        const qint64 n = std::min<qint64>(length, takes);
+        written.append(data, n);
+        return n;
+    }
+    QString errorString() const override { return QStringLiteral("disk full"); }
+};
+
+TEST(ChunkWriting, RetriesRestartFromTheChunksFirstByte)
+{
+    Trickle stream;
+    writeChunkToStream(stream, "abcdefgh");
+    EXPECT_EQ(stream.written, "abcabcab");
+
+    Trickle failing;
+    failing.failAfter = 1;
+    MessageCapture log;
+    writeChunkToStream(failing, "abcdefgh");
+    EXPECT_EQ(failing.written, "abc");
+    EXPECT_EQ(log.lines(), QStringList{"disk full"});
+}
+
+TEST(BlockingGet, AnswersWithoutRunningTheCallersEventLoop)
+{
+    RawHttpServer server;
+    server.route("/", RawHttpServer::status(200, "blocking body"));
+    server.route("/missing", RawHttpServer::status(404, "not here"));
+    bool timerFired = false;
+    QTimer::singleShot(0, [&] { timerFired = true; });
+    EXPECT_EQ(PLHttpClient::syncGet(QUrl(server.url("/"))), QStringLiteral("blocking body"));
+    EXPECT_FALSE(timerFired);
+    EXPECT_EQ(PLHttpClient::simpleSyncGet(server.url("/missing")), QByteArray("not here"));
+    EXPECT_FALSE(
+        PLHttpClient::simpleSyncGet(QStringLiteral("http://127.0.0.1:%1/").arg(closedPort())));
+    EXPECT_TRUE(PLHttpClient::syncGet(QUrl(QStringLiteral("not a url"))).isNull());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(timerFired);
+}
+
+TEST(BlockingGet, ASilentServerBlocksOnlyForTheLimit)
+{
+    RawHttpServer server;
+    server.route("/", RawHttpServer::silent());
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(http::blockingGet(QUrl(server.url("/")), 500));
+    EXPECT_GE(timer.elapsed(), 450);
+    EXPECT_LT(timer.elapsed(), 4000);
+}
+
+} // namespace
+
+#include "PLHttpClientTest.moc"
