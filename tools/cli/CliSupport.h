@@ -61,10 +61,11 @@ public:
     JsonObject& add(const QString& key, const QJsonValue& value);
     JsonObject& add(const QString& key, const JsonObject& value);
     JsonObject& addArray(const QString& key, const QList<JsonObject>& values);
+    // A value already in JSON form, such as a 64-bit integer that a double cannot hold.
+    JsonObject& addRaw(const QString& key, const QByteArray& json);
     QByteArray bytes() const { return "{" + m_body + "}"; }
 
 private:
-    JsonObject& addRaw(const QString& key, const QByteArray& json);
     QByteArray m_body;
 };
 QByteArray toJson(const QJsonValue& value);

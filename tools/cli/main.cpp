@@ -3,6 +3,7 @@
 
 #include "CliSupport.h"
 #include "LrcCommand.h"
+#include "OnlineCommands.h"
 #include "StoreCommand.h"
 
 #include <QGuiApplication>
@@ -19,7 +20,11 @@ const cli::Help kTopHelp{
                    "offset)\n"
                    "  store     the lyrics folder (path, list, read, write)\n"
                    "  tag       the lyric block of a track's lyrics tag (embed, extract)\n"
-                   "  settings  the application's settings (show)\n\n"
+                   "  settings  the application's settings (show)\n"
+                   "  server    the online lyric server (search-url, download-url, code, parse,\n"
+                   "            search, download)\n"
+                   "  zh        Chinese script conversion (simplified, traditional, mars)\n"
+                   "  translate the translation service (url, parse)\n\n"
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
@@ -41,7 +46,10 @@ int run(const QStringList& args)
     } commands[] = {{"lrc", cli::runLrcCommand},
                     {"store", cli::runStoreCommand},
                     {"tag", cli::runTagCommand},
-                    {"settings", cli::runSettingsCommand}};
+                    {"settings", cli::runSettingsCommand},
+                    {"server", cli::runServerCommand},
+                    {"zh", cli::runZhCommand},
+                    {"translate", cli::runTranslateCommand}};
     for (const auto& c : commands) {
         if (command == QLatin1String(c.name))
             return c.run(args.mid(1));
@@ -65,6 +73,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("versewick-cli"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(VERSEWICK_VERSION));
     try {
         const int status = run(QGuiApplication::arguments().mid(1));
         std::fflush(stdout);
