@@ -4,6 +4,7 @@
 #include "CliSupport.h"
 #include "LrcCommand.h"
 #include "OnlineCommands.h"
+#include "SourcesCommand.h"
 #include "StoreCommand.h"
 
 #include <QGuiApplication>
@@ -24,7 +25,8 @@ const cli::Help kTopHelp{
                    "  server    the online lyric server (search-url, download-url, code, parse,\n"
                    "            search, download)\n"
                    "  zh        Chinese script conversion (simplified, traditional, mars)\n"
-                   "  translate the translation service (url, parse)\n\n"
+                   "  translate the translation service (url, parse)\n"
+                   "  sources   the music players (watch, status)\n\n"
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
@@ -49,7 +51,8 @@ int run(const QStringList& args)
                     {"settings", cli::runSettingsCommand},
                     {"server", cli::runServerCommand},
                     {"zh", cli::runZhCommand},
-                    {"translate", cli::runTranslateCommand}};
+                    {"translate", cli::runTranslateCommand},
+                    {"sources", cli::runSourcesCommand}};
     for (const auto& c : commands) {
         if (command == QLatin1String(c.name))
             return c.run(args.mid(1));

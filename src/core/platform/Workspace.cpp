@@ -1,0 +1,37 @@
+#include "platform/Workspace.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
+Workspace& Workspace::sharedWorkspace()
+{
+    static Workspace* workspace = new Workspace; // process-long
+    return *workspace;
+}
+
+Workspace::Workspace()
+{
+    QDBusConnection::sessionBus().connect(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
+        SLOT(onNameOwnerChanged(QString, QString, QString)));
+}
+
+bool Workspace::isRunning(const QString& bundleIdentifier)
+{
+    const QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+    return bus && bus->isServiceRegistered(bundleIdentifier).value();
+}
+
+void Workspace::onNameOwnerChanged(const QString& name, const QString& oldOwner,
+                                   const QString& newOwner)
+{
+    if (name.startsWith(u':'))
+        return; // unique connection names are not applications
+    if (oldOwner.isEmpty() && !newOwner.isEmpty()) {
+        Q_EMIT willLaunchApplication(name);
+        Q_EMIT didLaunchApplication(name);
+    } else if (!oldOwner.isEmpty() && newOwner.isEmpty()) {
+        Q_EMIT didTerminateApplication(name);
+    }
+}

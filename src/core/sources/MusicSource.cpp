@@ -1,0 +1,16 @@
+#include "sources/MusicSource.h"
+
+MusicSource::MusicSource(QObject* parent)
+    : QObject(parent)
+{
+}
+
+TrackItem* MusicSource::track()
+{
+    return m_track.get();
+}
+
+float MusicSource::location()
+{
+    return m_location;
+}

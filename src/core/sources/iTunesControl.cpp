@@ -1,0 +1,158 @@
+#include "sources/iTunesControl.h"
+
+#include "platform/Clock.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/Workspace.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <cmath>
+
+double iTunesControl::s_terminatedAt = 0.0;
+
+iTunesControl& iTunesControl::sharedInstance()
+{
+    static iTunesControl* instance =
+        new iTunesControl(Workspace::sharedWorkspace(),
+                          DistributedNotificationCenter::defaultCenter()); // process-long
+    return *instance;
+}
+
+iTunesControl::iTunesControl(Workspace& workspace, DistributedNotificationCenter& center,
+                             QObject* parent)
+    : QObject(parent)
+    , m_workspace(workspace)
+    , m_center(center)
+{
+    m_tokens[0] =
+        m_center.addObserver(QLatin1String(kPlayerInfoNotification), QLatin1String(kPlayerSender),
+                             [this](const QString&, const QString&, const QVariantMap& info) {
+                                 _notifyTrackDidChanged(info);
+                             });
+    connect(&m_workspace, &Workspace::willLaunchApplication, this, &iTunesControl::onWillLaunch);
+    connect(&m_workspace, &Workspace::didLaunchApplication, this, &iTunesControl::onDidLaunch);
+    connect(&m_workspace, &Workspace::didTerminateApplication, this,
+            &iTunesControl::onDidTerminate);
+    m_tokens[1] =
+        m_center.addObserver(QLatin1String(kShutdownNotification), QLatin1String(kPlayerSender),
+                             [this](const QString&, const QString&, const QVariantMap&) {
+                                 Q_EMIT shutdownRequested();
+                                 QCoreApplication::quit();
+                             });
+    _appLifeChanged(m_app.isRunning());
+}
+
+iTunesControl::~iTunesControl()
+{
+    for (int token : m_tokens)
+        m_center.removeObserver(token);
+}
+
+int iTunesControl::compareVersions(const QString& a, const QString& b)
+{
+    static const QRegularExpression digits(QStringLiteral("\\d+"));
+    auto numbers = [](const QString& v) {
+        QList<qulonglong> out;
+        for (auto it = digits.globalMatch(v); it.hasNext();)
+            out << it.next().captured().left(18).toULongLong();
+        return out;
+    };
+    const auto x = numbers(a), y = numbers(b);
+    for (qsizetype i = 0; i < std::max(x.size(), y.size()); ++i) {
+        const qulonglong p = x.value(i), q = y.value(i);
+        if (p != q)
+            return p < q ? -1 : 1;
+    }
+    return 0;
+}
+
+std::optional<itunes::Track> iTunesControl::currentTrack() const
+{
+    if (!m_app.isRunning())
+        return std::nullopt;
+    return m_app.currentTrack();
+}
+
+bool iTunesControl::isPlaying() const
+{
+    return m_app.isRunning() && m_app.playerState() == itunes::kPlaying;
+}
+
+float iTunesControl::playerPosition() const
+{
+    if (!m_app.isRunning())
+        return 0.0f;
+    const QVariant raw = m_app.playerPosition();
+    if (!raw.isValid())
+        return 0.0f;
+    // Before 11.0.3 the position is a whole number of seconds; it is read as an integer then,
+    // whatever the player sent.
+    const double seconds =
+        m_versionGreate1103 ? raw.toDouble() : double(std::trunc(raw.toDouble()));
+    return static_cast<float>(seconds + double(kPositionLead));
+}
+
+void iTunesControl::playPrevious() const
+{
+    if (m_app.isRunning())
+        m_app.backTrack();
+}
+
+void iTunesControl::playNext() const
+{
+    if (m_app.isRunning())
+        m_app.nextTrack();
+}
+
+void iTunesControl::updateAppLifeState()
+{
+    _appLifeChanged(m_app.isRunning());
+}
+
+void iTunesControl::_appLifeChanged(bool alive)
+{
+    if (alive)
+        m_versionGreate1103 = compareVersions(m_app.version(), QStringLiteral("11.0.3")) >= 0;
+    if (m_delegate && m_delegate->respondsToAppLifeCycleChanged())
+        m_delegate->iTunesCB_AppLifeCycleChanged(alive);
+}
+
+void iTunesControl::_notifyTrackDidChanged(const QVariantMap& userInfo)
+{
+    std::optional<itunes::Track> track;
+    if (userInfo.value(QStringLiteral("Player State")).toString() != QLatin1String("Stopped"))
+        track = currentTrack();
+    if (m_delegate && m_delegate->respondsToTrackDidChange())
+        m_delegate->iTunesCB_TrackDidChange(track);
+}
+
+void iTunesControl::onWillLaunch(const QString& id)
+{
+    if (id != QLatin1String(itunes::kBusName))
+        return;
+    // Started again right after quitting (a late scripting request relaunches it): close it.
+    if (std::fabs(platform::now() - s_terminatedAt) < kRelaunchGuardSeconds) {
+        m_app.quit();
+        m_rejectLaunch = true;
+        _appLifeChanged(false);
+    }
+}
+
+void iTunesControl::onDidLaunch(const QString& id)
+{
+    if (id != QLatin1String(itunes::kBusName))
+        return;
+    // The guard closed this launch; it is not reported as started.
+    if (std::exchange(m_rejectLaunch, false))
+        return;
+    _appLifeChanged(true);
+}
+
+void iTunesControl::onDidTerminate(const QString& id)
+{
+    if (id != QLatin1String(itunes::kBusName))
+        return;
+    _appLifeChanged(false);
+    s_terminatedAt = platform::now();
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "sources/iTunesScripting.h"
+
+#include <QObject>
+
+#include <optional>
+
+class DistributedNotificationCenter;
+class Workspace;
+
+// Optional callbacks; each is sent only when the delegate says it implements it.
+class iTunesControlDelegate {
+public:
+    virtual ~iTunesControlDelegate() = default;
+    virtual bool respondsToAppLifeCycleChanged() const { return true; }
+    virtual void iTunesCB_AppLifeCycleChanged(bool /*alive*/) {}
+    virtual bool respondsToTrackDidChange() const { return true; }
+    // No track (nullopt) when the player reports "Stopped".
+    virtual void iTunesCB_TrackDidChange(const std::optional<itunes::Track>& /*track*/) {}
+};
+
+// The iTunes player: its track and position through its scripting objects, its player and
+// launch/quit events as delegate callbacks.
+class iTunesControl : public QObject {
+    Q_OBJECT
+public:
+    static constexpr float kPositionLead = 0.4f;
+    static constexpr double kRelaunchGuardSeconds = 0.2;
+    static constexpr char kPlayerInfoNotification[] = "com.apple.iTunes.playerInfo";
+    static constexpr char kPlayerSender[] = "com.apple.iTunes.player";
+    static constexpr char kShutdownNotification[] = "com.morvane.Versewick.action.shutdown";
+
+    static iTunesControl& sharedInstance();
+    iTunesControl(Workspace& workspace, DistributedNotificationCenter& center,
+                  QObject* parent = nullptr);
+    ~iTunesControl() override;
+
+    iTunesControlDelegate* delegate() const { return m_delegate; }
+    void setDelegate(iTunesControlDelegate* delegate) { m_delegate = delegate; }
+    const itunes::Application& app() const { return m_app; }
+
+    std::optional<itunes::Track> currentTrack() const;
+    bool isPlaying() const;
+    float playerPosition() const;
+    bool versionGreate1103() const { return m_versionGreate1103; }
+    void playPause() const { m_app.playpause(); }
+    void playPrevious() const;
+    void playNext() const;
+    void updateAppLifeState();
+
+    // "11.0.10" is later than "11.0.3": runs of digits compare as numbers.
+    static int compareVersions(const QString& a, const QString& b);
+
+Q_SIGNALS:
+    // The shutdown notification arrived; the application quits on it.
+    void shutdownRequested();
+
+private:
+    void _appLifeChanged(bool alive);
+    void _notifyTrackDidChanged(const QVariantMap& userInfo);
+    void onWillLaunch(const QString& id);
+    void onDidLaunch(const QString& id);
+    void onDidTerminate(const QString& id);
+
+    Workspace& m_workspace;
+    DistributedNotificationCenter& m_center;
+    itunes::Application m_app;
+    iTunesControlDelegate* m_delegate = nullptr; // not owned
+    bool m_versionGreate1103 = false;
+    bool m_rejectLaunch = false; // the relaunch guard closed this launch
+    int m_tokens[2] = {0, 0};
+    static double s_terminatedAt;
+};
