@@ -257,6 +257,7 @@ TEST_F(Sources, ASilentQQMusicServiceBlocksForFiveSecondsOnly)
 {
     PlayerProcess player(playerArgs("qqmusic"));
     player.send("qq-all A_$x$_B_$x$_C_$x$_20");
+    ASSERT_TRUE(player.waitEvent("qq-all"));
     MusicSourceQQMusic qq(workspace(), center());
     qq.setCallBack(nullptr, {}, {});
     ASSERT_TRUE(qq.isRunning());
