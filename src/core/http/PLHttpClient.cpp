@@ -6,9 +6,11 @@
 #include "http/HttpForms.h"
 #include "http/PLHttpConfig.h"
 
+#include <QCoreApplication>
 #include <QMetaMethod>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QThread>
 
 #include <atomic>
 #include <chrono>
@@ -18,7 +20,16 @@ std::atomic<std::uint64_t> gEncoding{foundation::kUTF8Encoding};
 
 QNetworkAccessManager* threadManager()
 {
-    // One manager per thread that makes requests, alive as long as the thread.
+    // One manager per thread that makes requests. The application's thread gives its manager
+    // to the application, so it goes while Qt can still wind its transfers down; another
+    // thread's lives as long as the thread.
+    if (QCoreApplication* app = QCoreApplication::instance();
+        app && app->thread() == QThread::currentThread()) {
+        static QPointer<QNetworkAccessManager> appManager;
+        if (!appManager)
+            appManager = new QNetworkAccessManager(app);
+        return appManager;
+    }
     thread_local std::unique_ptr<QNetworkAccessManager> manager;
     if (!manager)
         manager = std::make_unique<QNetworkAccessManager>();

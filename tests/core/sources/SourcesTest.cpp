@@ -16,6 +16,8 @@
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -118,30 +120,36 @@ TEST_F(Sources, StartAndQuitInEveryOrder)
     double now = 5000.0;
     platform::setClock([&] { return now; });
     PlayerProcess player(playerArgs("itunes,qqmusic,jukora", {"--not-running"}));
-    for (const QString& order :
-         {QStringLiteral("itunes qqmusic jukora"), QStringLiteral("jukora itunes qqmusic")}) {
-        for (const QString& p : order.split(' ')) {
+    // Every launch order, each quitting in another order (rotated by one).
+    QStringList order{"itunes", "jukora", "qqmusic"};
+    int rounds = 0;
+    do {
+        for (const QString& p : order) {
             player.send("launch " + p);
             ASSERT_TRUE(player.waitEvent("launched", p));
         }
         ASSERT_TRUE(waitFor([&] {
             return qq.isRunning() && jukora.isRunning() && !delegate.lifeCycle.isEmpty() &&
                    delegate.lifeCycle.back();
-        })) << qq.isRunning()
-            << jukora.isRunning() << delegate.lifeCycle.size();
-        for (const QString& p :
-             QStringList(order.split(' ')).mid(1) + QStringList{order.section(' ', 0, 0)}) {
+        })) << order.join(' ').toStdString();
+        for (const QString& p : order.mid(1) + order.mid(0, 1)) {
             player.send("quit " + p);
             ASSERT_TRUE(player.waitEvent("quit", p));
         }
         ASSERT_TRUE(waitFor(
             [&] { return !qq.isRunning() && !jukora.isRunning() && !delegate.lifeCycle.back(); }));
         now += 60;
-    }
-    EXPECT_EQ(delegate.lifeCycle, (QList<bool>{true, false, true, false}));
-    EXPECT_EQ(qqTarget.appStates.count(true), 4);
+        ++rounds;
+    } while (std::next_permutation(order.begin(), order.end()));
+    ASSERT_EQ(rounds, 6);
+    QList<bool> expected;
+    for (int i = 0; i < rounds; ++i)
+        expected << true << false;
+    EXPECT_EQ(delegate.lifeCycle, expected);
     // The ready notice probes again: each QQMusic launch reports twice.
-    EXPECT_EQ(qqTarget.appStates.size(), 1 + 2 * 2 + 2);
+    EXPECT_EQ(qqTarget.appStates.count(true), 2 * rounds);
+    EXPECT_EQ(qqTarget.appStates.size(), 1 + 3 * rounds);
+    EXPECT_EQ(jukoraTarget.appStates.count(true), rounds);
 }
 
 TEST_F(Sources, JukoraReportsAQuitTwice)
