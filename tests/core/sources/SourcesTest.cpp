@@ -163,9 +163,9 @@ TEST_F(Sources, JukoraReportsAQuitTwice)
     EXPECT_EQ(target.appStates, (QList<bool>{false, true}));
 
     player.send("play");
-    player.send("seek 12");
     player.send("pause");
-    ASSERT_TRUE(player.waitEvent("pause"));
+    player.send("seek 12");
+    ASSERT_TRUE(player.waitEvent("seek"));
     EXPECT_NEAR(jukora.location(), 12.15f, 0.01f);
     EXPECT_EQ(jukora.item()->title(), QStringLiteral("Lanterns on the Quay"));
 
@@ -286,9 +286,9 @@ TEST_P(ITunesVersions, PositionWidthFollowsTheVersion)
 {
     PlayerProcess player(playerArgs("itunes", {"--itunes-version", GetParam().first}));
     player.send("play");
-    player.send("seek 83.7");
     player.send("pause");
-    ASSERT_TRUE(player.waitEvent("pause"));
+    player.send("seek 83.7");
+    ASSERT_TRUE(player.waitEvent("seek"));
     ITunesDelegate delegate;
     iTunesControl itunes(workspace(), center());
     itunes.setDelegate(&delegate);

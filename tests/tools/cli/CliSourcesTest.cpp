@@ -73,9 +73,9 @@ TEST(CliSources, StatusIsOneSnapshot)
     const quint16 port = closedPort();
     PlayerProcess player({"--as", "jukora,qqmusic", "--qqmusic-port", QString::number(port)});
     player.send("play");
-    player.send("seek 30");
     player.send("pause");
-    ASSERT_TRUE(player.waitEvent("pause"));
+    player.send("seek 30");
+    ASSERT_TRUE(player.waitEvent("seek"));
     QProcess status;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("VERSEWICK_QQMUSIC_PORT", QString::number(port));
