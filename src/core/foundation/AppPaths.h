@@ -8,7 +8,8 @@ namespace foundation {
 // <dir of the running program>/../share/versewick/<name>: works installed (<prefix>/bin) and
 // in the build tree (build/bin beside build/share/versewick).
 QString resourcePath(const QString& name);
-// The user's library folder: the first generic data location (~/.local/share).
+// The user's library folder, the first generic data location (~/.local/share); the
+// application's data folder lies in it.
 QString userLibraryPath();
 // Copies a file or a folder tree; false when anything could not be copied.
 bool copyRecursively(const QString& from, const QString& to);

@@ -1,5 +1,6 @@
 #include "store/LyricControl.h"
 
+#include "foundation/AppPaths.h"
 #include "foundation/StringAdditions.h"
 #include "lyric/Lyric.h"
 #include "store/LyricTagBlock.h"
@@ -9,7 +10,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 namespace {
 
@@ -31,9 +31,7 @@ QString withExtension(const QString& identify)
 
 QString LyricControl::_pathAppDatas()
 {
-    const QStringList roots =
-        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    return (roots.isEmpty() ? QDir::homePath() : roots.first()) + QStringLiteral("/Versewick");
+    return foundation::userLibraryPath() + QStringLiteral("/Versewick");
 }
 
 QString LyricControl::_pathLrcs()

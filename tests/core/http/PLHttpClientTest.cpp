@@ -2,6 +2,7 @@
 #include "http/BlockingGet.h"
 #include "http/PLHttpConfig.h"
 
+#include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"
 #include "support/RawHttpServer.h"
 #include "support/TempHome.h"
@@ -42,15 +43,6 @@ public Q_SLOTS:
         reports.append({"other", body, {}, -1, {}});
     }
 };
-
-bool waitFor(const std::function<bool()>& done, int ms = 15000)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!done() && timer.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    return done();
-}
 
 class HttpClient : public ::testing::Test {
 protected:
