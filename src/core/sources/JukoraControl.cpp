@@ -29,20 +29,15 @@ JukoraControl::JukoraControl(Workspace& workspace, DistributedNotificationCenter
                     gTerminatedAt = platform::now();
                 }
             });
-    m_tokens[0] = m_center.addObserver(QStringLiteral("com.morvane.Jukora.songchanged"), id,
-                                       [this](const QString&, const QString&, const QVariantMap&) {
-                                           m_cachedItem = item();
-                                           m_callbacks.sendSongChanged();
-                                       });
-    m_tokens[1] = m_center.addObserver(
+    m_observations[0] =
+        m_center.observe(QStringLiteral("com.morvane.Jukora.songchanged"), id,
+                         [this](const QString&, const QString&, const QVariantMap&) {
+                             m_cachedItem = item();
+                             m_callbacks.sendSongChanged();
+                         });
+    m_observations[1] = m_center.observe(
         QStringLiteral("com.morvane.Jukora.willTerminate"), id,
         [this](const QString&, const QString&, const QVariantMap&) { _appLifeChanged(false); });
-}
-
-JukoraControl::~JukoraControl()
-{
-    for (int token : m_tokens)
-        m_center.removeObserver(token);
 }
 
 void JukoraControl::setCallBack(QObject* target, const QByteArray& songChanged,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/DistributedNotificationCenter.h"
 #include "platform/ScriptingObject.h"
 #include "sources/SourceCallbacks.h"
 
@@ -8,7 +9,6 @@
 #include <mutex>
 #include <optional>
 
-class DistributedNotificationCenter;
 class Workspace;
 
 namespace jukora {
@@ -40,7 +40,6 @@ public:
 
     JukoraControl(Workspace& workspace, DistributedNotificationCenter& center,
                   QObject* parent = nullptr);
-    ~JukoraControl() override;
 
     void setCallBack(QObject* target, const QByteArray& songChanged,
                      const QByteArray& appStateChanged);
@@ -62,5 +61,5 @@ private:
     bool m_appAlive = false;
     std::optional<jukora::DJItem> m_cachedItem;
     std::recursive_mutex m_lock;
-    int m_tokens[2] = {0, 0};
+    DistributedNotificationCenter::Observation m_observations[2];
 };

@@ -42,21 +42,15 @@ MusicSourceQQMusic::MusicSourceQQMusic(Workspace& workspace, DistributedNotifica
             gTerminatedAt = platform::now();
         }
     });
-    m_tokens[0] = m_center.addObserver(QStringLiteral("com.tencent.QQMusicMac.songchanged"),
-                                       messageIdentifier(),
-                                       [this](const QString&, const QString&, const QVariantMap&) {
-                                           updateSongInfo();
-                                           m_callbacks.sendSongChanged();
-                                       });
-    m_tokens[1] = m_center.addObserver(
+    m_observations[0] =
+        m_center.observe(QStringLiteral("com.tencent.QQMusicMac.songchanged"), messageIdentifier(),
+                         [this](const QString&, const QString&, const QVariantMap&) {
+                             updateSongInfo();
+                             m_callbacks.sendSongChanged();
+                         });
+    m_observations[1] = m_center.observe(
         QStringLiteral("com.tencent.QQMusicMac.ready"), messageIdentifier(),
         [this](const QString&, const QString&, const QVariantMap&) { _appLifeChanged(true); });
-}
-
-MusicSourceQQMusic::~MusicSourceQQMusic()
-{
-    for (int token : m_tokens)
-        m_center.removeObserver(token);
 }
 
 void MusicSourceQQMusic::setCallBack(QObject* target, const QByteArray& songChanged,

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/DistributedNotificationCenter.h"
 #include "sources/MusicSource.h"
 
 #include <QUrl>
 
-class DistributedNotificationCenter;
 class Workspace;
 
 // The QQMusic player, through its HTTP service on 127.0.0.1:18715 ("/" must name Versewick;
@@ -22,7 +22,6 @@ public:
     // The port is 18715 unless VERSEWICK_QQMUSIC_PORT names another (tests, simulators).
     MusicSourceQQMusic(Workspace& workspace, DistributedNotificationCenter& center,
                        QObject* parent = nullptr);
-    ~MusicSourceQQMusic() override;
 
     void setCallBack(QObject* target, const QByteArray& songChanged,
                      const QByteArray& appStateChanged);
@@ -45,5 +44,5 @@ private:
     Workspace& m_workspace;
     DistributedNotificationCenter& m_center;
     QUrl m_base;
-    int m_tokens[2] = {0, 0};
+    DistributedNotificationCenter::Observation m_observations[2];
 };

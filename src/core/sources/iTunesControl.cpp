@@ -25,28 +25,22 @@ iTunesControl::iTunesControl(Workspace& workspace, DistributedNotificationCenter
     , m_workspace(workspace)
     , m_center(center)
 {
-    m_tokens[0] =
-        m_center.addObserver(QLatin1String(kPlayerInfoNotification), QLatin1String(kPlayerSender),
-                             [this](const QString&, const QString&, const QVariantMap& info) {
-                                 _notifyTrackDidChanged(info);
-                             });
+    m_observations[0] =
+        m_center.observe(QLatin1String(kPlayerInfoNotification), QLatin1String(kPlayerSender),
+                         [this](const QString&, const QString&, const QVariantMap& info) {
+                             _notifyTrackDidChanged(info);
+                         });
     connect(&m_workspace, &Workspace::willLaunchApplication, this, &iTunesControl::onWillLaunch);
     connect(&m_workspace, &Workspace::didLaunchApplication, this, &iTunesControl::onDidLaunch);
     connect(&m_workspace, &Workspace::didTerminateApplication, this,
             &iTunesControl::onDidTerminate);
-    m_tokens[1] =
-        m_center.addObserver(QLatin1String(kShutdownNotification), QLatin1String(kPlayerSender),
-                             [this](const QString&, const QString&, const QVariantMap&) {
-                                 Q_EMIT shutdownRequested();
-                                 QCoreApplication::quit();
-                             });
+    m_observations[1] =
+        m_center.observe(QLatin1String(kShutdownNotification), QLatin1String(kPlayerSender),
+                         [this](const QString&, const QString&, const QVariantMap&) {
+                             Q_EMIT shutdownRequested();
+                             QCoreApplication::quit();
+                         });
     _appLifeChanged(m_app.isRunning());
-}
-
-iTunesControl::~iTunesControl()
-{
-    for (int token : m_tokens)
-        m_center.removeObserver(token);
 }
 
 int iTunesControl::compareVersions(const QString& a, const QString& b)

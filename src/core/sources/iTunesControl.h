@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/DistributedNotificationCenter.h"
 #include "sources/iTunesScripting.h"
 
 #include <QObject>
 
 #include <optional>
 
-class DistributedNotificationCenter;
 class Workspace;
 
 // Optional callbacks; each is sent only when the delegate says it implements it.
@@ -34,7 +34,6 @@ public:
     static iTunesControl& sharedInstance();
     iTunesControl(Workspace& workspace, DistributedNotificationCenter& center,
                   QObject* parent = nullptr);
-    ~iTunesControl() override;
 
     iTunesControlDelegate* delegate() const { return m_delegate; }
     void setDelegate(iTunesControlDelegate* delegate) { m_delegate = delegate; }
@@ -69,6 +68,6 @@ private:
     iTunesControlDelegate* m_delegate = nullptr; // not owned
     bool m_versionGreate1103 = false;
     bool m_rejectLaunch = false; // the relaunch guard closed this launch
-    int m_tokens[2] = {0, 0};
+    DistributedNotificationCenter::Observation m_observations[2];
     static double s_terminatedAt;
 };
