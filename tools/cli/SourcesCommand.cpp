@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <cstdio>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -70,7 +71,7 @@ public:
     void iTunesCB_AppLifeCycleChanged(bool alive) override
     {
         if (m_print)
-            writeJsonLine(snapshotITunes("appStateChanged").add("alive", alive).bytes());
+            report(snapshotITunes("appStateChanged").add("alive", alive));
     }
     void iTunesCB_TrackDidChange(const std::optional<itunes::Track>& track) override
     {
@@ -78,7 +79,7 @@ public:
             return;
         JsonObject json = snapshotITunes("songChanged");
         json.add("track", track && track->exists() ? QJsonValue(track->path()) : QJsonValue());
-        writeJsonLine(json.bytes());
+        report(json);
     }
 
 public Q_SLOTS:
@@ -96,10 +97,13 @@ private:
             .add("event", QLatin1String(event))
             .add("running", running);
     }
+    // Each line goes out at once: a reader at the other end of a pipe sees it live.
     void report(const JsonObject& json)
     {
-        if (m_print)
-            writeJsonLine(json.bytes());
+        if (!m_print)
+            return;
+        writeJsonLine(json.bytes());
+        std::fflush(stdout);
     }
 
     bool m_print = false;
@@ -122,16 +126,17 @@ int watch(QStringList args)
         seconds = parseNumber(args[1], QStringLiteral("--for"));
     else if (!args.isEmpty())
         usageError(QStringLiteral("sources watch takes only --for SECONDS."));
-    Watcher watcher;
-    watcher.start(true);
-    std::fflush(stdout);
     // Interrupts end the watch through the event loop, so output is flushed and sources close.
+    // They are caught before the sources start: an interrupt while a player is read waits for
+    // that read (one call limit at most) and then ends the watch.
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) == 0) {
         std::signal(SIGINT, onSignal);
         std::signal(SIGTERM, onSignal);
     }
     QSocketNotifier notifier(signalPipe[0], QSocketNotifier::Read);
     QObject::connect(&notifier, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
+    Watcher watcher;
+    watcher.start(true);
     if (seconds >= 0)
         QTimer::singleShot(int(seconds * 1000), qApp, &QCoreApplication::quit);
     QCoreApplication::exec();

@@ -1,5 +1,6 @@
 #include "platform/DistributedNotificationCenter.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 
@@ -12,10 +13,12 @@ DistributedNotificationCenter& DistributedNotificationCenter::defaultCenter()
 
 DistributedNotificationCenter::DistributedNotificationCenter()
 {
+    // Any process may emit Post with any arguments: only the exact signature is a
+    // notification, and the message is taken apart here rather than by QtDBus's conversions.
     // QtDBus connects signals by signature string; there is no member-pointer form.
     m_connected = QDBusConnection::sessionBus().connect(
-        QString(), QLatin1String(kPath), QLatin1String(kInterface), QStringLiteral("Post"), this,
-        SLOT(onPost(QString, QString, QVariantMap)));
+        QString(), QLatin1String(kPath), QLatin1String(kInterface), QStringLiteral("Post"),
+        QLatin1String(kSignature), this, SLOT(onPost(QDBusMessage)));
 }
 
 int DistributedNotificationCenter::addObserver(const QString& name, const QString& sender,
@@ -40,8 +43,20 @@ bool DistributedNotificationCenter::post(const QString& name, const QString& sen
     return QDBusConnection::sessionBus().send(signal);
 }
 
-void DistributedNotificationCenter::onPost(const QString& name, const QString& sender,
-                                           const QVariantMap& userInfo)
+void DistributedNotificationCenter::onPost(const QDBusMessage& message)
+{
+    const QList<QVariant> arguments = message.arguments();
+    if (message.signature() != QLatin1String(kSignature) || arguments.size() != 3 ||
+        arguments[2].metaType() != QMetaType::fromType<QDBusArgument>())
+        return; // noise
+    QVariantMap userInfo;
+    const QDBusArgument info = arguments[2].value<QDBusArgument>();
+    info >> userInfo;
+    deliver(arguments[0].toString(), arguments[1].toString(), userInfo);
+}
+
+void DistributedNotificationCenter::deliver(const QString& name, const QString& sender,
+                                            const QVariantMap& userInfo)
 {
     // Handlers may add or remove observers: walk a copy of the matching ones.
     std::vector<Handler> matching;

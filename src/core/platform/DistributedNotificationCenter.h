@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
@@ -11,12 +12,13 @@
 // Notifications between processes: a broadcast D-Bus signal on the session bus,
 // com.morvane.DistributedNotificationCenter.Post(s name, s sender, a{sv} userInfo) from the
 // object /com/morvane/DistributedNotificationCenter. Any process may post; observers filter
-// by name and, when they ask to, by sender.
+// by name and, when they ask to, by sender. A Post of any other signature is ignored.
 class DistributedNotificationCenter : public QObject {
     Q_OBJECT
 public:
     static constexpr char kInterface[] = "com.morvane.DistributedNotificationCenter";
     static constexpr char kPath[] = "/com/morvane/DistributedNotificationCenter";
+    static constexpr char kSignature[] = "ssa{sv}";
 
     using Handler = std::function<void(const QString& name, const QString& sender,
                                        const QVariantMap& userInfo)>;
@@ -72,9 +74,10 @@ public:
     bool isConnected() const { return m_connected; }
 
 private Q_SLOTS:
-    void onPost(const QString& name, const QString& sender, const QVariantMap& userInfo);
+    void onPost(const QDBusMessage& message);
 
 private:
+    void deliver(const QString& name, const QString& sender, const QVariantMap& userInfo);
     DistributedNotificationCenter();
 
     struct Observer {

@@ -1,9 +1,29 @@
 #include "platform/ScriptingObject.h"
 
+#include "platform/UnresponsivePeers.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+QDBusMessage callBlocking(const QDBusMessage& call)
+{
+    UnresponsivePeers& peers = UnresponsivePeers::shared();
+    if (peers.isUnresponsive(call.service()))
+        return call.createErrorReply(QDBusError::NoReply, QStringLiteral("not answering"));
+    const QDBusMessage reply =
+        QDBusConnection::sessionBus().call(call, QDBus::Block, ScriptingObject::kCallTimeoutMs);
+    peers.noteReply(call, reply);
+    return reply;
+}
+
+} // namespace
 
 ScriptingObject::ScriptingObject(QString busName, QString path, QString interface)
     : m_busName(std::move(busName))
@@ -20,9 +40,9 @@ QVariant ScriptingObject::property(const char* name) const
         m_busName, m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     call << m_interface << QString::fromLatin1(name);
-    const QDBusMessage reply =
-        QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMs);
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+    const QDBusMessage reply = callBlocking(call);
+    // Get answers exactly one variant; anything else is not an answer.
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("v"))
         return {};
     // A property of type "v" arrives as a variant inside the reply's variant.
     QVariant value = reply.arguments().first();
@@ -40,9 +60,7 @@ bool ScriptingObject::setProperty(const char* name, const QVariant& value) const
         m_busName, m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Set"));
     call << m_interface << QString::fromLatin1(name) << QVariant::fromValue(QDBusVariant(value));
-    const QDBusMessage reply =
-        QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMs);
-    return reply.type() == QDBusMessage::ReplyMessage;
+    return callBlocking(call).type() == QDBusMessage::ReplyMessage;
 }
 
 void ScriptingObject::callNoReply(const char* method) const
@@ -56,10 +74,62 @@ void ScriptingObject::callNoReply(const char* method) const
 ScriptingObject ScriptingObject::objectProperty(const char* name, const QString& interface) const
 {
     const QVariant value = property(name);
-    if (!value.canConvert<QDBusObjectPath>())
+    if (value.metaType() != QMetaType::fromType<QDBusObjectPath>())
         return {};
     const QString path = value.value<QDBusObjectPath>().path();
     if (path.isEmpty())
         return {};
     return ScriptingObject(m_busName, path, interface);
+}
+
+QString ScriptingObject::toString(const QVariant& value)
+{
+    return value.metaType() == QMetaType::fromType<QString>() ? value.toString() : QString();
+}
+
+bool ScriptingObject::toBool(const QVariant& value)
+{
+    return value.metaType() == QMetaType::fromType<bool>() && value.toBool();
+}
+
+std::optional<double> ScriptingObject::toNumber(const QVariant& value)
+{
+    double number = 0;
+    switch (value.metaType().id()) {
+    case QMetaType::Double:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::UChar:
+        number = value.toDouble();
+        break;
+    default:
+        return std::nullopt;
+    }
+    if (!std::isfinite(number) || std::fabs(number) > kMaxMagnitude)
+        return std::nullopt;
+    return number;
+}
+
+std::int64_t ScriptingObject::toInt64(const QVariant& value)
+{
+    switch (value.metaType().id()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+        return value.toLongLong();
+    case QMetaType::UInt:
+    case QMetaType::UShort:
+    case QMetaType::UChar:
+        return std::int64_t(value.toULongLong());
+    case QMetaType::ULongLong: {
+        const qulonglong n = value.toULongLong();
+        return n <= qulonglong(std::numeric_limits<std::int64_t>::max()) ? std::int64_t(n) : 0;
+    }
+    default:
+        return 0;
+    }
 }

@@ -11,10 +11,11 @@ Workspace& Workspace::sharedWorkspace()
 
 Workspace::Workspace()
 {
+    // Only the bus sends it; the exact signature is asked for all the same, as for any signal.
     QDBusConnection::sessionBus().connect(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
-        SLOT(onNameOwnerChanged(QString, QString, QString)));
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
+        QStringLiteral("sss"), this, SLOT(onNameOwnerChanged(QString, QString, QString)));
 }
 
 bool Workspace::isRunning(const QString& bundleIdentifier)

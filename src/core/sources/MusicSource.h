@@ -23,8 +23,11 @@ public:
     void setBundleIdentifier(const QString& id) { m_bundleIdentifier = id; }
     QString messageIdentifier() const { return m_messageIdentifier; }
     void setMessageIdentifier(const QString& id) { m_messageIdentifier = id; }
-    // Subclasses refresh from the player before answering.
+    // Subclasses refresh from the player before answering. Null only after setTrack(nullptr).
     virtual TrackItem* track();
+    // Replaces the owned record; a null one leaves the source without a song record, and the
+    // refreshes then skip the song fields (they still read the position).
+    void setTrack(std::unique_ptr<TrackItem> track) { m_track = std::move(track); }
     virtual float location();
     void setLocation(float location) { m_location = location; }
     bool isRunning() const { return m_isRunning; }

@@ -85,9 +85,11 @@ void MusicSourceQQMusic::updateSongInfo()
     const auto parts = splitAnswer(syncGet(QStringLiteral("all")));
     if (!parts)
         return;
-    m_track->setArtist(parts->at(0));
-    m_track->setTitle(parts->at(1));
-    m_track->setAlbum(parts->at(2));
+    if (m_track) {
+        m_track->setArtist(parts->at(0));
+        m_track->setTitle(parts->at(1));
+        m_track->setAlbum(parts->at(2));
+    }
     setLocation(lrc::readFloat(parts->at(3)));
 }
 
@@ -103,7 +105,8 @@ TrackItem* MusicSourceQQMusic::track()
 {
     if (!isRunning())
         return nullptr;
-    if (foundation::isEmpty(m_track->title()))
+    // A missing record has no title, which is not an empty one.
+    if (m_track && foundation::isEmpty(m_track->title()))
         updateSongInfo();
     return m_track.get();
 }

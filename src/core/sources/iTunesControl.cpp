@@ -5,6 +5,8 @@
 #include "platform/Workspace.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -77,13 +79,15 @@ float iTunesControl::playerPosition() const
 {
     if (!m_app.isRunning())
         return 0.0f;
-    const QVariant raw = m_app.playerPosition();
-    if (!raw.isValid())
+    const std::optional<double> raw = m_app.playerPosition();
+    if (!raw)
         return 0.0f;
+    // A version that could not be read yet is read again: until it is known the width stays.
+    if (!m_versionKnown)
+        readVersion();
     // Before 11.0.3 the position is a whole number of seconds; it is read as an integer then,
     // whatever the player sent.
-    const double seconds =
-        m_versionGreate1103 ? raw.toDouble() : double(std::trunc(raw.toDouble()));
+    const double seconds = m_versionGreate1103 ? *raw : std::trunc(*raw);
     return static_cast<float>(seconds + double(kPositionLead));
 }
 
@@ -99,15 +103,35 @@ void iTunesControl::playNext() const
         m_app.nextTrack();
 }
 
+void iTunesControl::launchItunesApp() const
+{
+    QDBusMessage start = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("StartServiceByName"));
+    start << QLatin1String(itunes::kBusName) << 0u;
+    // The answer (started, already running, or no such service) is not waited for.
+    QDBusConnection::sessionBus().send(start);
+}
+
 void iTunesControl::updateAppLifeState()
 {
     _appLifeChanged(m_app.isRunning());
 }
 
+void iTunesControl::readVersion() const
+{
+    // The name may appear before the scripting object answers: an unreadable version is not
+    // an old one, and it keeps the previous width until a read succeeds.
+    const QString version = m_app.version();
+    m_versionKnown = !version.trimmed().isEmpty();
+    if (m_versionKnown)
+        m_versionGreate1103 = compareVersions(version, QStringLiteral("11.0.3")) >= 0;
+}
+
 void iTunesControl::_appLifeChanged(bool alive)
 {
     if (alive)
-        m_versionGreate1103 = compareVersions(m_app.version(), QStringLiteral("11.0.3")) >= 0;
+        readVersion();
     if (m_delegate && m_delegate->respondsToAppLifeCycleChanged())
         m_delegate->iTunesCB_AppLifeCycleChanged(alive);
 }
@@ -115,7 +139,9 @@ void iTunesControl::_appLifeChanged(bool alive)
 void iTunesControl::_notifyTrackDidChanged(const QVariantMap& userInfo)
 {
     std::optional<itunes::Track> track;
-    if (userInfo.value(QStringLiteral("Player State")).toString() != QLatin1String("Stopped"))
+    // A value of another type is not a state.
+    const QString state = ScriptingObject::toString(userInfo.value(QStringLiteral("Player State")));
+    if (state != QLatin1String("Stopped"))
         track = currentTrack();
     if (m_delegate && m_delegate->respondsToTrackDidChange())
         m_delegate->iTunesCB_TrackDidChange(track);

@@ -46,6 +46,9 @@ public:
     void playPause() const { m_app.playpause(); }
     void playPrevious() const;
     void playNext() const;
+    // Asks the session bus to start the service com.apple.iTunes (D-Bus activation) and does not
+    // wait: the player appears as any launch does. Nothing happens when no service provides it.
+    void launchItunesApp() const;
     void updateAppLifeState();
 
     // "11.0.10" is later than "11.0.3": runs of digits compare as numbers.
@@ -56,6 +59,7 @@ Q_SIGNALS:
     void shutdownRequested();
 
 private:
+    void readVersion() const;
     void _appLifeChanged(bool alive);
     void _notifyTrackDidChanged(const QVariantMap& userInfo);
     void onWillLaunch(const QString& id);
@@ -66,8 +70,9 @@ private:
     DistributedNotificationCenter& m_center;
     itunes::Application m_app;
     iTunesControlDelegate* m_delegate = nullptr; // not owned
-    bool m_versionGreate1103 = false;
-    bool m_rejectLaunch = false; // the relaunch guard closed this launch
+    mutable bool m_versionGreate1103 = false;
+    mutable bool m_versionKnown = false; // read again on each position read until known
+    bool m_rejectLaunch = false;         // the relaunch guard closed this launch
     DistributedNotificationCenter::Observation m_observations[2];
     static double s_terminatedAt;
 };

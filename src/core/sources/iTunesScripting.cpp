@@ -10,11 +10,18 @@ QByteArrayList Track::artworks() const
 {
     const QVariant value = m_object.property("artworks");
     QByteArrayList images;
-    if (value.canConvert<QDBusArgument>()) {
-        const QDBusArgument argument = value.value<QDBusArgument>();
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return images;
+    const QDBusArgument argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() == QLatin1String("aay"))
         argument >> images;
-    }
     return images;
+}
+
+int Track::rating() const
+{
+    const std::int64_t rating = m_object.int64Property("rating");
+    return rating >= 0 && rating <= 100 ? int(rating) : 0;
 }
 
 Application::Application()
@@ -25,6 +32,12 @@ Application::Application()
 bool Application::isRunning() const
 {
     return Workspace::isRunning(QLatin1String(kBusName));
+}
+
+quint32 Application::playerState() const
+{
+    const std::int64_t state = m_object.int64Property("playerState");
+    return state >= 0 && state <= std::int64_t(0xFFFFFFFF) ? quint32(state) : 0;
 }
 
 Track Application::currentTrack() const

@@ -7,6 +7,7 @@
 #include <QByteArrayList>
 
 #include <cstdint>
+#include <optional>
 
 // The iTunes player's scripting objects on D-Bus (bus name com.apple.iTunes).
 namespace itunes {
@@ -29,7 +30,7 @@ public:
     }
     bool isNull() const { return m_object.isNull(); }
     bool exists() const { return m_object.boolProperty("exists"); }
-    std::int64_t databaseID() const { return m_object.property("databaseID").toLongLong(); }
+    std::int64_t databaseID() const { return m_object.int64Property("databaseID"); }
     QString name() const override { return m_object.stringProperty("name"); }
     QString artist() const override { return m_object.stringProperty("artist"); }
     QString album() const override { return m_object.stringProperty("album"); }
@@ -37,7 +38,7 @@ public:
     std::int64_t length() const override { return 0; }
     double duration() const { return m_object.doubleProperty("duration"); }
     bool enabled() const { return m_object.boolProperty("enabled"); }
-    int rating() const { return m_object.property("rating").toInt(); }
+    int rating() const;
     QByteArrayList artworks() const;
     QString lyrics() const override { return m_object.stringProperty("lyrics"); }
     void setLyrics(const QString& lyrics) override { m_object.setProperty("lyrics", lyrics); }
@@ -52,10 +53,13 @@ public:
     Application();
     bool isRunning() const;
     QString version() const { return m_object.stringProperty("version"); }
-    quint32 playerState() const { return m_object.property("playerState").toUInt(); }
-    // The raw position: an integer of seconds (before 11.0.3) or a double; invalid when
-    // unreadable.
-    QVariant playerPosition() const { return m_object.property("playerPosition"); }
+    // The four-character code; 0 when unreadable.
+    quint32 playerState() const;
+    // Seconds: whole (before 11.0.3) or fractional; absent when unreadable or not a number.
+    std::optional<double> playerPosition() const
+    {
+        return m_object.numberProperty("playerPosition");
+    }
     Track currentTrack() const;
     void playpause() const { m_object.callNoReply("playpause"); }
     void backTrack() const { m_object.callNoReply("backTrack"); }

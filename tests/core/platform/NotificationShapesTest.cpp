@@ -1,0 +1,111 @@
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/Workspace.h"
+#include "sources/iTunesControl.h"
+
+#include "support/PlayerProcess.h"
+#include "support/QtPrinters.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using StringMap = QMap<QString, QString>;
+
+struct Shape {
+    const char* label;
+    std::function<QVariantList()> arguments;
+};
+
+void PrintTo(const Shape& shape, std::ostream* os)
+{
+    *os << shape.label;
+}
+
+const QString kName = QStringLiteral("com.apple.iTunes.playerInfo");
+const QString kSender = QStringLiteral("com.apple.iTunes.player");
+
+// Posts a Post signal with any arguments, as any process on the bus may.
+void postRaw(const QVariantList& arguments)
+{
+    QDBusMessage signal = QDBusMessage::createSignal(
+        QLatin1String(DistributedNotificationCenter::kPath),
+        QLatin1String(DistributedNotificationCenter::kInterface), QStringLiteral("Post"));
+    signal.setArguments(arguments);
+    ASSERT_TRUE(QDBusConnection::sessionBus().send(signal));
+}
+
+class NotificationShapes : public ::testing::TestWithParam<Shape> {};
+
+// Every observer must treat a Post of another shape as noise and keep working.
+TEST_P(NotificationShapes, AnotherSignatureIsNoise)
+{
+    ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "needs a session bus";
+    qDBusRegisterMetaType<StringMap>();
+    auto& center = DistributedNotificationCenter::defaultCenter();
+    QList<QVariantMap> received;
+    const auto observation = center.observe(
+        kName, kSender,
+        [&](const QString&, const QString&, const QVariantMap& info) { received << info; });
+    // A real source listens too: its handler reads the user info.
+    iTunesControl itunes(Workspace::sharedWorkspace(), center);
+
+    postRaw(GetParam().arguments());
+    center.post(kName, kSender, {{"Player State", "Stopped"}});
+    ASSERT_TRUE(waitFor([&] { return !received.isEmpty(); }));
+    EXPECT_FALSE(waitFor([&] { return received.size() > 1; }, 200));
+    EXPECT_EQ(received.first().value("Player State").toString(), QStringLiteral("Stopped"));
+}
+
+QVariant dbusVariant(const QVariant& value)
+{
+    return QVariant::fromValue(QDBusVariant(value));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shapes, NotificationShapes,
+    ::testing::Values(Shape{"ssa{ss}",
+                            [] {
+                                return QVariantList{
+                                    kName, kSender,
+                                    QVariant::fromValue(StringMap{{"Player State", "Stopped"}})};
+                            }},
+                      Shape{"ss",
+                            [] {
+                                return QVariantList{kName, kSender};
+                            }},
+                      Shape{"s", [] { return QVariantList{kName}; }},
+                      Shape{"empty", [] { return QVariantList{}; }},
+                      Shape{"sss",
+                            [] {
+                                return QVariantList{kName, kSender, QStringLiteral("Stopped")};
+                            }},
+                      Shape{"iia{sv}",
+                            [] {
+                                return QVariantList{1, 2, QVariantMap{{"Player State", "x"}}};
+                            }},
+                      Shape{"ssv",
+                            [] {
+                                return QVariantList{kName, kSender, dbusVariant(42)};
+                            }},
+                      Shape{"ssas",
+                            [] {
+                                return QVariantList{kName, kSender, QStringList{"Stopped"}};
+                            }},
+                      Shape{"ssa{sv}s",
+                            [] {
+                                return QVariantList{kName, kSender,
+                                                    QVariantMap{{"Player State", "Playing"}},
+                                                    QStringLiteral("extra")};
+                            }},
+                      Shape{"vva{sv}", [] {
+                                return QVariantList{dbusVariant(kName), dbusVariant(kSender),
+                                                    QVariantMap{{"Player State", "Playing"}}};
+                            }}));
+
+} // namespace
