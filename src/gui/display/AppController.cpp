@@ -1,5 +1,6 @@
 #include "display/AppController.h"
 
+#include "display/DisplayFont.h"
 #include "display/LRCView.h"
 #include "settings/Settings.h"
 
@@ -71,7 +72,7 @@ void AppController::updateConfigs()
     if (!m_lrcView)
         return;
     Settings& settings = m_settings ? *m_settings : AppSetting();
-    m_lrcView->setFont(settings.lyricFont());
+    m_lrcView->setFont(DisplayFont::fromSetting(settings.lyricFont()));
     // A colour emptied by a settings upgrade keeps the view's own, so the text stays visible.
     if (settings.lyricHighlightColor().isValid())
         m_lrcView->setColorHeight(settings.lyricHighlightColor());

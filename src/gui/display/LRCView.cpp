@@ -1,5 +1,6 @@
 #include "display/LRCView.h"
 
+#include "display/DisplayFont.h"
 #include "display/FontTextMeasurer.h"
 #include "display/VSEffectLabel.h"
 #include "lyric/Lyric.h"
@@ -38,9 +39,7 @@ LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     viewport()->setAttribute(Qt::WA_TranslucentBackground);
     setFocusPolicy(Qt::NoFocus);
-    QFont initial = font();
-    initial.setPointSizeF(16);
-    setFont(initial);
+    setFont(DisplayFont::withSize(font(), 16));
     m_model.rows().setFont(font());
     m_renderer->setNumberOfLines(kRowLines);
 }
@@ -90,9 +89,7 @@ void LRCView::setDefaultString(const QString& text)
         m_defaultLabel->setWordWrap(true);
         m_defaultLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
         m_defaultLabel->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
-        QFont labelFont = m_defaultLabel->font();
-        labelFont.setPointSizeF(17);
-        m_defaultLabel->setFont(labelFont);
+        m_defaultLabel->setFont(DisplayFont::withSize(m_defaultLabel->font(), 17));
         m_defaultLabel->setGeometry(rect());
     }
     m_defaultLabel->setText(text);

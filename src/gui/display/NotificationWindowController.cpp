@@ -1,5 +1,6 @@
 #include "display/NotificationWindowController.h"
 
+#include "display/DisplayFont.h"
 #include "display/LayerTextField.h"
 #include "display/NotificationGeometry.h"
 #include "display/NotificationWindow.h"
@@ -22,11 +23,10 @@ QEasingCurve easeInEaseOut()
     return curve;
 }
 
-LayerTextField* makeField(QWidget* parent, double points, bool bold, const QColor& color)
+LayerTextField* makeField(QWidget* parent, double size, bool bold, const QColor& color)
 {
     auto* field = new LayerTextField(parent);
-    QFont font = field->font();
-    font.setPointSizeF(points);
+    QFont font = DisplayFont::withSize(field->font(), size);
     font.setBold(bold);
     field->setFont(font);
     QPalette palette = field->palette();
@@ -42,10 +42,10 @@ NotificationWindowController::NotificationWindowController(QObject* parent)
     , m_window(std::make_unique<NotificationWindow>())
 {
     // The panel's layout: the name in bold, then artist, album and duration, one per line.
-    m_nameField = makeField(m_window.get(), 12.5, true, Qt::white);
-    m_artistField = makeField(m_window.get(), 10.5, false, QColor(225, 225, 225));
-    m_albumField = makeField(m_window.get(), 10.5, false, QColor(190, 190, 190));
-    m_durationField = makeField(m_window.get(), 10, false, QColor(160, 160, 160));
+    m_nameField = makeField(m_window.get(), 16, true, Qt::white);
+    m_artistField = makeField(m_window.get(), 13, false, QColor(225, 225, 225));
+    m_albumField = makeField(m_window.get(), 13, false, QColor(190, 190, 190));
+    m_durationField = makeField(m_window.get(), 12, false, QColor(160, 160, 160));
     int y = kTop;
     for (LayerTextField* field : {m_nameField, m_artistField, m_albumField, m_durationField}) {
         field->sizeToFit();

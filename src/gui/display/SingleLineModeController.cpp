@@ -1,6 +1,7 @@
 #include "display/SingleLineModeController.h"
 
 #include "display/BackgroundDragMover.h"
+#include "display/DisplayFont.h"
 #include "display/FloatingWindow.h"
 #include "display/SingleLineGeometry.h"
 #include "display/SingleLineView.h"
@@ -97,6 +98,6 @@ void SingleLineModeController::updateFromSettings()
 {
     if (!m_view)
         return;
-    m_view->setFont(settings().fontSingleLine());
+    m_view->setFont(DisplayFont::fromSetting(settings().fontSingleLine()));
     m_view->setShowBG(settings().isShowSingleLineBG());
 }

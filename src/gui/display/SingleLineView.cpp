@@ -1,5 +1,6 @@
 #include "display/SingleLineView.h"
 
+#include "display/DisplayFont.h"
 #include "display/FontTextMeasurer.h"
 #include "display/ImageBlur.h"
 #include "display/SingleLineGeometry.h"
@@ -16,9 +17,7 @@ SingleLineView::SingleLineView(QWidget* parent)
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAutoFillBackground(false);
-    QFont initial = font();
-    initial.setPointSizeF(30);
-    setFont(initial);
+    setFont(DisplayFont::withSize(font(), 30));
 }
 
 void SingleLineView::setString(const QString& string)
@@ -70,7 +69,7 @@ void SingleLineView::render()
     const QSizeF measured = FontTextMeasurer::shared().sizeWithFont(m_string, font(), bounds);
     const QRectF text = SingleLineGeometry::textRect(bounds, measured);
     m_textRect = text;
-    const WrappedText wrapped(m_string, font(), text.width());
+    const WrappedText wrapped(m_string, font(), text.width(), 0, text.height());
 
     QPainter painter(&m_picture);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);

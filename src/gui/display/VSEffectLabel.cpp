@@ -73,7 +73,7 @@ void VSEffectLabel::drawTextInRect(QPainter& painter, const QRectF& rect)
             QPainter shapePainter(&shape);
             shapePainter.setRenderHints(painter.renderHints());
             const QRectF shapeRect(QPointF(margin, margin), rect.size());
-            WrappedText(m_text, font(), rect.width(), m_numberOfLines)
+            WrappedText(m_text, font(), rect.width(), m_numberOfLines, rect.height())
                 .draw(shapePainter, shapeRect, m_glowColor);
             shapePainter.end();
             const QImage glow = ImageBlur::blurred(shape, m_glowAmount * ratio);
@@ -98,7 +98,7 @@ void VSEffectLabel::drawTextInRect(QPainter& painter, const QRectF& rect)
 void VSEffectLabel::drawPlainText(QPainter& painter, const QRectF& rect, const QColor& color,
                                   TextMode mode)
 {
-    const WrappedText text(m_text, font(), rect.width(), m_numberOfLines);
+    const WrappedText text(m_text, font(), rect.width(), m_numberOfLines, rect.height());
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip);
     if (mode == TextMode::Stroke)

@@ -8,7 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-WrappedText::WrappedText(const QString& text, const QFont& font, double width, int maxLines)
+WrappedText::WrappedText(const QString& text, const QFont& font, double width, int maxLines,
+                         double maxHeight)
     : m_layout(std::make_unique<QTextLayout>(text, font))
     , m_width(std::max(0.0, width))
 {
@@ -26,6 +27,8 @@ WrappedText::WrappedText(const QString& text, const QFont& font, double width, i
         if (!line.isValid())
             break;
         line.setLineWidth(m_width);
+        if (maxHeight > 0 && m_lines > 0 && height + line.height() > maxHeight + 0.5)
+            break; // laid out, but never drawn
         line.setPosition({0, height});
         height += line.height();
         widest = std::max(widest, line.naturalTextWidth());
@@ -47,7 +50,9 @@ void WrappedText::draw(QPainter& painter, const QRectF& rect, const QColor& colo
 {
     painter.save();
     painter.setPen(color);
-    m_layout->draw(&painter, origin(rect));
+    const QPointF at = origin(rect);
+    for (int i = 0; i < m_lines; ++i)
+        m_layout->lineAt(i).draw(&painter, at);
     painter.restore();
 }
 

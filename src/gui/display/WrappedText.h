@@ -14,7 +14,10 @@ class QPainter;
 // centred line by line; drawn filled or as an outline path, centred vertically in a rectangle.
 class WrappedText {
 public:
-    WrappedText(const QString& text, const QFont& font, double width, int maxLines = 0);
+    // At most maxLines lines (0: any number), and only the lines that fit in maxHeight
+    // (0: any height; the first line always counts).
+    WrappedText(const QString& text, const QFont& font, double width, int maxLines = 0,
+                double maxHeight = 0);
 
     QSizeF size() const { return m_size; }
     void draw(QPainter& painter, const QRectF& rect, const QColor& color) const;

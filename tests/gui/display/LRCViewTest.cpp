@@ -110,7 +110,7 @@ TEST(LRCView, TheInformationTextIsWhiteSize17AndHidesWhenEmpty)
     ASSERT_NE(label, nullptr);
     EXPECT_TRUE(view.isDefaultStringVisible());
     EXPECT_EQ(label->alignment(), Qt::AlignCenter);
-    EXPECT_DOUBLE_EQ(label->font().pointSizeF(), 17);
+    EXPECT_EQ(label->font().pixelSize(), 17);
     EXPECT_EQ(view.defaultString(), QStringLiteral("fetching lyrics..."));
     view.setDefaultString(QStringLiteral(""));
     EXPECT_FALSE(view.isDefaultStringVisible());
@@ -187,7 +187,7 @@ TEST(AppController, UpdateConfigsReadsTheSettings)
     ASSERT_NE(controller.lrcView(), nullptr);
     EXPECT_EQ(controller.lrcView()->cellPadding(), 9);
     EXPECT_EQ(controller.lrcView()->colorHeight(), QColor(255, 200, 0));
-    EXPECT_DOUBLE_EQ(controller.lrcView()->font().pointSizeF(), 21);
+    EXPECT_EQ(controller.lrcView()->font().pixelSize(), 21); // sizes are pixels
     EXPECT_TRUE(controller.window()->isVisible());
 
     controller.setInfo(QString());
