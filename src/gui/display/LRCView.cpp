@@ -166,8 +166,10 @@ void LRCView::startAnimation(const QString& name, double y, double duration, boo
     auto* animation = new QVariantAnimation(this);
     animation->setStartValue(m_offset);
     animation->setEndValue(std::isfinite(y) ? y : m_offset);
+    // At least a millisecond: an animation of no length would end inside start(), and a
+    // chain of lines sharing one time would then recurse once per line.
     animation->setDuration(
-        std::isfinite(duration) && duration > 0 ? int(std::min(duration, 3600.0) * 1000) : 0);
+        std::isfinite(duration) && duration > 0.001 ? int(std::min(duration, 3600.0) * 1000) : 1);
     animation->setEasingCurve(linear ? QEasingCurve::Linear : QEasingCurve::OutCubic);
     connect(animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { setContentOffset(value.toDouble()); });

@@ -100,6 +100,27 @@ TEST(LRCView, TheAnimationChainAdvancesLineByLine)
     view.stopLyricsScrollAnimation();
 }
 
+TEST(LRCView, AChainThroughLinesSharingOneTimeRunsFromTheEventLoop)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(QStringLiteral("[00:00.00]first\n") +
+                          lyricOf(120, QStringLiteral("same %1"), 0)
+                              .replace(QStringLiteral("[00:00.00]"), QStringLiteral("[00:00.30]")));
+    LRCView view;
+    view.resize(300, 200);
+    view.setParser(&lyric);
+    view.show();
+    view.setCurrentLRCIndex(1);
+    view.scrollAnimateToHeight(0, 0); // a scroll of no length still ends from the event loop
+    EXPECT_EQ(view.currentLRCindex(), 1);
+    EXPECT_TRUE(view.isAnimation());
+    QElapsedTimer waited;
+    waited.start();
+    while (view.currentLRCindex() < 120 && waited.elapsed() < 30000)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(view.currentLRCindex(), 120);
+}
+
 TEST(LRCView, TheInformationTextIsWhiteSize17AndHidesWhenEmpty)
 {
     LRCView view;
