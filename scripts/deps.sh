@@ -11,6 +11,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   xvfb xauth dbus fonts-dejavu-core fonts-wqy-microhei
+  libxcb1-dev
 )
 
 missing=()

@@ -1,0 +1,129 @@
+// The scrolling view's line change and the per-tick update, with the system's fonts.
+//   QT_QPA_PLATFORM=offscreen build/bin/display_bench
+#include "display/FontTextMeasurer.h"
+#include "display/LRCView.h"
+#include "display/LRCViewHost.h"
+#include "display/LRCViewModel.h"
+#include "lyric/Lyric.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QPixmap>
+
+namespace {
+
+class NullHost : public LRCViewHost {
+public:
+    void reloadData() override {}
+    void scrollToOffset(double, bool) override {}
+    void setContentOffset(double) override {}
+    double contentOffset() const override { return 0; }
+    void beginAnimation(const QString&, double, double) override {}
+    void removeAllAnimations() override {}
+};
+
+QString hundredLines()
+{
+    QString text;
+    for (int i = 0; i < 100; ++i)
+        text += QString::asprintf("[%02d:%02d.00]", i * 3 / 60, i * 3 % 60) +
+                (i % 7 == 3 ? QString()
+                 : i % 2    ? QStringLiteral("夜色温柔 line %1 河边的灯笼慢慢漂").arg(i)
+                         : QStringLiteral("Lanterns on the river, line %1, drifting slow").arg(i)) +
+                QLatin1Char('\n');
+    return text;
+}
+
+QFont lyricFont()
+{
+    QFont font;
+    font.setPointSizeF(14);
+    return font;
+}
+
+// A line change as the view does it: the highlight moves, the list reloads, every row's
+// height is recomputed (the texts' measurements are remembered from the first reload).
+void BM_LineChange100(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(hundredLines());
+    NullHost host;
+    LRCViewModel view(FontTextMeasurer::shared(), host);
+    view.rows().setFont(lyricFont());
+    view.rows().setViewSize({360, 420});
+    view.setParser(&lyric);
+    view.reloadData();
+    int line = 0;
+    for (auto _ : state) {
+        line = (line + 1) % 100;
+        view.moveToLRCindex(line);
+        benchmark::DoNotOptimize(view.rows().contentHeight());
+    }
+}
+BENCHMARK(BM_LineChange100)->Unit(benchmark::kMicrosecond);
+
+// The first reload of a new lyric: all 100 texts measured.
+void BM_FirstReload100(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(hundredLines());
+    for (auto _ : state) {
+        NullHost host;
+        LRCViewModel view(FontTextMeasurer::shared(), host);
+        view.rows().setFont(lyricFont());
+        view.rows().setViewSize({360, 420});
+        view.setParser(&lyric);
+        view.reloadData();
+        benchmark::DoNotOptimize(view.rows().contentHeight());
+    }
+}
+BENCHMARK(BM_FirstReload100)->Unit(benchmark::kMicrosecond);
+
+// The tick while the line stays the same: nothing to do.
+void BM_TickSameLine(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(hundredLines());
+    NullHost host;
+    LRCViewModel view(FontTextMeasurer::shared(), host);
+    view.rows().setViewSize({360, 420});
+    view.setParser(&lyric);
+    view.updatePlayerTime(31.0f);
+    for (auto _ : state)
+        view.updatePlayerTime(31.5f);
+}
+BENCHMARK(BM_TickSameLine);
+
+// The widget: a line change and the repaint that follows (two rows redrawn, the rest copied).
+void BM_LineChangeAndPaint100(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(hundredLines());
+    LRCView view;
+    view.setFont(lyricFont());
+    view.resize(360, 420);
+    view.setParser(&lyric);
+    view.refresh();
+    QPixmap target(view.size());
+    int line = 0;
+    for (auto _ : state) {
+        line = (line + 1) % 100;
+        view.moveToLRCindex(line);
+        view.render(&target);
+    }
+}
+BENCHMARK(BM_LineChangeAndPaint100)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

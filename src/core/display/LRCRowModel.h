@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QFont>
+#include <QHash>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+#include <vector>
+
+class Lyric;
+class TextMeasurer;
+
+// The scrolling view's rows: blank padding rows above and below the lyric's lines, their
+// heights and rectangles in content coordinates. Heights are recomputed on every reload from
+// text measurements, which are remembered per text while the font and the view's size stay
+// the same, so a reload that only moves the highlight measures nothing.
+class LRCRowModel {
+public:
+    explicit LRCRowModel(const TextMeasurer& measurer);
+
+    // Not owned: the caller keeps the lyric alive while it is set (or sets another).
+    void setParser(Lyric* parser) { m_parser = parser; }
+    Lyric* parser() const { return m_parser; }
+    int placeHolderCnt() const { return m_placeHolderCnt; }
+    const QFont& font() const { return m_font; }
+    void setFont(const QFont& font);
+    int cellPadding() const { return m_cellPadding; }
+    void setCellPadding(int padding) { m_cellPadding = padding; }
+    QSizeF viewSize() const { return m_viewSize; }
+    void setViewSize(QSizeF size);
+
+    int lineCount() const;
+    int numberOfRows() const { return lineCount() + 2 * m_placeHolderCnt; }
+    int rowIndexFromLRCindex(int index) const { return index + m_placeHolderCnt; }
+    int realIndexTrimFromRow(int row) const;
+    // The row's text: the line's content, or "" for a padding row.
+    QString textOfRow(int row) const;
+
+    // Recomputes every row's height and top from the present lyric, font and view size.
+    void reloadData();
+    // The height as last reloaded (0 for a row that does not exist).
+    double heightForRow(int row) const;
+    // The height computed afresh: half the view for a padding row; otherwise cellPadding plus
+    // the measured height of the line followed by "aa" (half the font's line height for a
+    // line without text), truncated to whole points.
+    double heightOfCell(int row) const;
+    QRectF rectForRow(int row) const;
+    double contentHeight() const { return m_contentHeight; }
+    // The row whose rectangle holds the content point's y, or -1.
+    int rowAtY(double y) const;
+    // The content offset that puts the row's centre at the view's centre, kept inside the
+    // content as a list does when scrolling a row to the middle.
+    double offsetForRowAtMiddle(int row) const;
+
+private:
+    double measuredTextHeight(const QString& content) const;
+
+    const TextMeasurer& m_measurer;
+    Lyric* m_parser = nullptr;
+    const int m_placeHolderCnt = 1;
+    QFont m_font;
+    int m_cellPadding = 5;
+    QSizeF m_viewSize;
+    std::vector<double> m_heights;
+    std::vector<double> m_tops;
+    double m_contentHeight = 0;
+    mutable QHash<QString, double> m_measured; // text -> measured height, for m_font and size
+};

@@ -1,0 +1,285 @@
+#include "display/LRCView.h"
+
+#include "display/DisplayFont.h"
+#include "display/FontTextMeasurer.h"
+#include "display/VSEffectLabel.h"
+#include "lyric/Lyric.h"
+
+#include <QEasingCurve>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QTimer>
+#include <QVariantAnimation>
+
+#include <cmath>
+
+namespace {
+constexpr double kStrokeWidth = 0.1;
+constexpr int kRowLines = 99;
+// How long the list takes to scroll a row into place when asked to animate.
+constexpr int kListScrollMilliseconds = 300;
+} // namespace
+
+LRCView::LRCView(QWidget* parent)
+    : LRCView(FontTextMeasurer::shared(), parent)
+{
+}
+
+LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
+    : QAbstractScrollArea(parent)
+    , m_model(measurer, *this)
+    , m_renderer(std::make_unique<VSEffectLabel>())
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
+    setAttribute(Qt::WA_TranslucentBackground);
+    viewport()->setAttribute(Qt::WA_TranslucentBackground);
+    setFocusPolicy(Qt::NoFocus);
+    setFont(DisplayFont::withSize(font(), 16));
+    m_model.rows().setFont(font());
+    m_renderer->setNumberOfLines(kRowLines);
+}
+
+LRCView::~LRCView()
+{
+    // The animation's end must not reach a model that is going away.
+    if (m_animation)
+        m_animation->disconnect(this);
+}
+
+void LRCView::setParser(Lyric* parser)
+{
+    m_model.setParser(parser);
+}
+
+void LRCView::setColorNormal(const QColor& color)
+{
+    m_model.colorNormal = color;
+}
+
+void LRCView::setColorHeight(const QColor& color)
+{
+    m_model.colorHeight = color;
+}
+
+void LRCView::setScrollDelegate(std::function<void(float)> receiver)
+{
+    m_model.scrollDelegate = std::move(receiver);
+}
+
+QString LRCView::defaultString() const
+{
+    return m_defaultLabel ? m_defaultLabel->text() : QString();
+}
+
+void LRCView::setDefaultString(const QString& text)
+{
+    if (text.isEmpty()) {
+        if (m_defaultLabel)
+            m_defaultLabel->hide();
+        return;
+    }
+    if (!m_defaultLabel) {
+        m_defaultLabel = new QLabel(this);
+        m_defaultLabel->setAlignment(Qt::AlignCenter);
+        m_defaultLabel->setWordWrap(true);
+        m_defaultLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
+        m_defaultLabel->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
+        m_defaultLabel->setFont(DisplayFont::withSize(m_defaultLabel->font(), 17));
+        m_defaultLabel->setGeometry(rect());
+    }
+    m_defaultLabel->setText(text);
+    m_defaultLabel->show();
+    m_defaultLabel->raise();
+}
+
+bool LRCView::isDefaultStringVisible() const
+{
+    return m_defaultLabel && !m_defaultLabel->isHidden();
+}
+
+void LRCView::loadLRCcontent(const QString& text)
+{
+    m_model.loadLRCcontent(text);
+    setDefaultString(QString());
+}
+
+void LRCView::updatePositionAtPlayTime(float seconds, bool stop)
+{
+    m_model.updatePositionAtPlayTime(seconds, stop);
+}
+
+void LRCView::delayReloadData()
+{
+    QTimer::singleShot(0, this, &LRCView::refresh);
+}
+
+void LRCView::reloadData()
+{
+    // Pictures stay valid while the text, the look and the width stay the same; a line
+    // change only redraws the rows whose colour changes.
+    const Lyric* lyric = parser();
+    const QString key =
+        font().toString() + QLatin1Char('|') + m_model.colorNormal.name(QColor::HexArgb) +
+        m_model.colorHeight.name(QColor::HexArgb) + QString::number(viewport()->width()) +
+        QLatin1Char('|') + QString::number(devicePixelRatioF()) + QLatin1Char('|') +
+        QString::number(m_model.rows().numberOfRows()) + QLatin1Char('|') +
+        QString::number(m_model.rows().cellPadding());
+    if (key != m_picturesKey || !lyric || lyric->contents() != m_picturesText) {
+        m_pictures.clear();
+        m_picturesKey = key;
+        m_picturesText = lyric ? lyric->contents() : QString();
+    }
+    viewport()->update();
+}
+
+void LRCView::scrollToOffset(double y, bool animated)
+{
+    if (!animated || !isVisible()) {
+        removeAllAnimations();
+        setContentOffset(y);
+        return;
+    }
+    startAnimation(QString(), y, kListScrollMilliseconds / 1000.0, false);
+}
+
+void LRCView::setContentOffset(double y)
+{
+    if (!std::isfinite(y) || y == m_offset)
+        return;
+    m_offset = y;
+    viewport()->update();
+}
+
+void LRCView::beginAnimation(const QString& name, double y, double duration)
+{
+    startAnimation(name, y, duration, true);
+}
+
+void LRCView::startAnimation(const QString& name, double y, double duration, bool linear)
+{
+    removeAllAnimations();
+    auto* animation = new QVariantAnimation(this);
+    animation->setStartValue(m_offset);
+    animation->setEndValue(std::isfinite(y) ? y : m_offset);
+    // At least a millisecond: an animation of no length would end inside start(), and a
+    // chain of lines sharing one time would then recurse once per line.
+    animation->setDuration(
+        std::isfinite(duration) && duration > 0.001 ? int(std::min(duration, 3600.0) * 1000) : 1);
+    animation->setEasingCurve(linear ? QEasingCurve::Linear : QEasingCurve::OutCubic);
+    connect(animation, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { setContentOffset(value.toDouble()); });
+    connect(animation, &QVariantAnimation::finished, this, [this, animation] {
+        if (m_animation != animation)
+            return;
+        m_animation = nullptr;
+        const QString ended = m_animationName;
+        animation->deleteLater();
+        if (!ended.isEmpty())
+            m_model.animationDidStop(ended, true);
+    });
+    m_animation = animation;
+    m_animationName = name;
+    animation->start();
+}
+
+void LRCView::removeAllAnimations()
+{
+    if (!m_animation)
+        return;
+    QVariantAnimation* animation = m_animation;
+    m_animation = nullptr;
+    animation->stop();
+    animation->deleteLater();
+    if (!m_animationName.isEmpty())
+        m_model.animationDidStop(m_animationName, false);
+}
+
+const QPixmap& LRCView::pictureOfRow(int row)
+{
+    const bool lit = m_model.isRowHighlighted(row);
+    RowPicture& picture = m_pictures[row];
+    const QSize size = m_model.rows().rectForRow(row).size().toSize();
+    if (!picture.pixmap.isNull() && picture.lit == lit &&
+        picture.pixmap.size() / devicePixelRatioF() == size)
+        return picture.pixmap;
+    picture.lit = lit;
+    const qreal ratio = devicePixelRatioF();
+    picture.pixmap = QPixmap(size * ratio);
+    picture.pixmap.setDevicePixelRatio(ratio);
+    picture.pixmap.fill(Qt::transparent);
+    const QString text = m_model.rows().textOfRow(row);
+    if (!text.trimmed().isEmpty() && !size.isEmpty()) {
+        const QColor color = lit ? m_model.colorHeight : m_model.colorNormal;
+        m_renderer->setFont(font());
+        m_renderer->setEffectStroke(color, kStrokeWidth);
+        m_renderer->setTextColor(color);
+        m_renderer->setText(text);
+        QPainter painter(&picture.pixmap);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        m_renderer->drawTextInRect(painter, QRectF(QPointF(), QSizeF(size)));
+        ++m_renderedRows;
+    }
+    return picture.pixmap;
+}
+
+void LRCView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    const LRCRowModel& rows = m_model.rows();
+    const double bottom = m_offset + viewport()->height();
+    for (int row = std::max(0, rows.rowAtY(std::max(0.0, m_offset)));
+         row >= 0 && row < rows.numberOfRows(); ++row) {
+        const QRectF rect = rows.rectForRow(row);
+        if (rect.top() >= bottom)
+            break;
+        if (rows.realIndexTrimFromRow(row) < 0 || rect.height() <= 0)
+            continue;
+        painter.drawPixmap(QPointF(rect.left(), std::round(rect.top() - m_offset)),
+                           pictureOfRow(row));
+    }
+}
+
+void LRCView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    m_model.rows().setViewSize(viewport()->size());
+    if (m_defaultLabel)
+        m_defaultLabel->setGeometry(rect());
+    m_model.reloadData();
+}
+
+void LRCView::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        m_model.rows().setFont(font());
+}
+
+void LRCView::keyPressEvent(QKeyEvent* event)
+{
+    m_model.keyFlagChanged(event->key() == Qt::Key_Alt);
+    QAbstractScrollArea::keyPressEvent(event);
+}
+
+void LRCView::mousePressEvent(QMouseEvent* event)
+{
+    m_model.touchBegan(event->position().y());
+    QAbstractScrollArea::mousePressEvent(event);
+}
+
+void LRCView::mouseMoveEvent(QMouseEvent* event)
+{
+    m_model.touchMoved(event->position().y());
+    QAbstractScrollArea::mouseMoveEvent(event);
+}
+
+void LRCView::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_model.touchEnded();
+    QAbstractScrollArea::mouseReleaseEvent(event);
+}

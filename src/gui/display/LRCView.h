@@ -1,0 +1,104 @@
+#pragma once
+
+#include "display/LRCViewHost.h"
+#include "display/LRCViewModel.h"
+
+#include <QAbstractScrollArea>
+#include <QHash>
+#include <QPixmap>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QVariantAnimation;
+class TextMeasurer;
+class VSEffectLabel;
+
+// The scrolling lyric view: the whole lyric as a centred list, the sung line lit and kept at
+// the middle. A custom-painted scroll area over LRCViewModel; each row is drawn once by an
+// effect label into a cached picture, so scrolling only copies pictures.
+class LRCView : public QAbstractScrollArea, private LRCViewHost {
+    Q_OBJECT
+public:
+    explicit LRCView(QWidget* parent = nullptr);
+    LRCView(const TextMeasurer& measurer, QWidget* parent);
+    ~LRCView() override;
+
+    Lyric* parser() const { return m_model.parser(); }
+    void setParser(Lyric* parser);
+    QColor colorNormal() const { return m_model.colorNormal; }
+    void setColorNormal(const QColor& color);
+    QColor colorHeight() const { return m_model.colorHeight; }
+    void setColorHeight(const QColor& color);
+    int cellPadding() const { return m_model.rows().cellPadding(); }
+    void setCellPadding(int padding) { m_model.rows().setCellPadding(padding); }
+    int lrcStyle() const { return m_model.lrcStyle; }
+    void setLrcStyle(int style) { m_model.lrcStyle = style; }
+    void setScrollDelegate(std::function<void(float)> receiver);
+    QString onTouchSelecter() const { return m_onTouchSelecter; }
+    void setOnTouchSelecter(const QString& selector) { m_onTouchSelecter = selector; }
+    QString defaultString() const;
+    void setDefaultString(const QString& text);
+    bool isDefaultStringVisible() const;
+
+    void loadLRCcontent(const QString& text);
+    void updatePlayerTime(float seconds) { m_model.updatePlayerTime(seconds); }
+    void updatePlayerTime(float seconds, bool force) { m_model.updatePlayerTime(seconds, force); }
+    void moveToLRCindex(int index) { m_model.moveToLRCindex(index); }
+    void setCurrentLRCIndex(int index) { m_model.setCurrentLRCIndex(index); }
+    void updatePositionAtPlayTime(float seconds, bool stop);
+    void scrollAnimateToHeight(float y, float duration)
+    {
+        m_model.scrollAnimateToHeight(y, duration);
+    }
+    void stopLyricsScrollAnimation() { m_model.stopLyricsScrollAnimation(); }
+    float playTimeOfOffsetY(float y) const { return m_model.playTimeOfOffsetY(y); }
+    double heightOfCell(int row) const { return m_model.rows().heightOfCell(row); }
+    void clean() { m_model.clean(); }
+    void refresh() { m_model.reloadData(); }
+    void delayReloadData();
+
+    int currentLRCindex() const { return m_model.currentLRCindex(); }
+    bool isAnimation() const { return m_model.isAnimation(); }
+    const LRCViewModel& model() const { return m_model; }
+    double contentOffset() const override { return m_offset; }
+    // Row pictures drawn since the view was made: what painting costs.
+    int renderedRows() const { return m_renderedRows; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    struct RowPicture {
+        bool lit = false;
+        QPixmap pixmap;
+    };
+
+    void reloadData() override;
+    void scrollToOffset(double y, bool animated) override;
+    void setContentOffset(double y) override;
+    void beginAnimation(const QString& name, double y, double duration) override;
+    void removeAllAnimations() override;
+    void startAnimation(const QString& name, double y, double duration, bool linear);
+    const QPixmap& pictureOfRow(int row);
+
+    LRCViewModel m_model;
+    double m_offset = 0;
+    QPointer<QVariantAnimation> m_animation;
+    QString m_animationName;
+    QPointer<QLabel> m_defaultLabel;
+    QString m_onTouchSelecter;
+    std::unique_ptr<VSEffectLabel> m_renderer;
+    QHash<int, RowPicture> m_pictures;
+    QString m_picturesKey;
+    QString m_picturesText;
+    int m_renderedRows = 0;
+};

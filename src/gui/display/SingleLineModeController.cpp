@@ -1,0 +1,103 @@
+#include "display/SingleLineModeController.h"
+
+#include "display/BackgroundDragMover.h"
+#include "display/DisplayFont.h"
+#include "display/FloatingWindow.h"
+#include "display/SingleLineGeometry.h"
+#include "display/SingleLineView.h"
+#include "display/WindowFrameAutosave.h"
+#include "settings/Settings.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace {
+QRect mainScreenFrame()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry() : QRect(0, 0, 1024, 768);
+}
+
+// The strip's window: asks to be on every desktop each time it is shown.
+class StripWindow : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        FloatingWindow::showOnAllDesktops(this);
+        QWidget::showEvent(event);
+    }
+};
+} // namespace
+
+SingleLineModeController::SingleLineModeController(Settings* settings, QObject* parent)
+    : QObject(parent)
+    , m_settings(settings)
+{
+}
+
+SingleLineModeController::~SingleLineModeController() = default;
+
+Settings& SingleLineModeController::settings() const
+{
+    return m_settings ? *m_settings : AppSetting();
+}
+
+QSettings* SingleLineModeController::store() const
+{
+    return &settings().store().settings();
+}
+
+std::unique_ptr<QWidget> SingleLineModeController::bordlessWindow(const QRect& contentRect)
+{
+    auto window = std::make_unique<StripWindow>();
+    FloatingWindow::apply(window.get(), false);
+    window->setWindowTitle(QStringLiteral("Versewick"));
+    window->setWindowOpacity(1.0);
+    auto* autosave = new WindowFrameAutosave(window.get(), QLatin1String(kFrameName), store());
+    new BackgroundDragMover(window.get());
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens << screen->geometry();
+    window->setGeometry(SingleLineGeometry::initialFrame(mainScreenFrame(), contentRect.size(),
+                                                         autosave->savedFrame(), screens));
+    return window;
+}
+
+QWidget* SingleLineModeController::window()
+{
+    if (!m_window)
+        loadWindow();
+    return m_window.get();
+}
+
+void SingleLineModeController::loadWindow()
+{
+    if (m_window)
+        return;
+    m_window = bordlessWindow(SingleLineGeometry::contentRect(mainScreenFrame()));
+    auto* layout = new QVBoxLayout(m_window.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_view = new SingleLineView(m_window.get());
+    layout->addWidget(m_view);
+    updateFromSettings();
+}
+
+void SingleLineModeController::setContent(const QString& text)
+{
+    if (!m_window)
+        loadWindow();
+    m_view->setString(text);
+}
+
+void SingleLineModeController::updateFromSettings()
+{
+    if (!m_view)
+        return;
+    m_view->setFont(DisplayFont::fromSetting(settings().fontSingleLine()));
+    m_view->setShowBG(settings().isShowSingleLineBG());
+}

@@ -1,0 +1,118 @@
+#include "display/SingleLineView.h"
+
+#include "display/DisplayFont.h"
+#include "display/FontTextMeasurer.h"
+#include "display/ImageBlur.h"
+#include "display/SingleLineGeometry.h"
+#include "display/WrappedText.h"
+#include "foundation/StringAdditions.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+SingleLineView::SingleLineView(QWidget* parent)
+    : QWidget(parent)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAutoFillBackground(false);
+    setFont(DisplayFont::withSize(font(), 30));
+}
+
+void SingleLineView::setString(const QString& string)
+{
+    if (string == m_string && string.isNull() == m_string.isNull())
+        return; // the same line again: the picture is already right
+    m_string = string;
+    m_dirty = true;
+    update();
+}
+
+void SingleLineView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        m_dirty = true;
+        update();
+    }
+}
+
+void SingleLineView::setShowBG(bool show)
+{
+    m_showBG = show;
+    m_dirty = true;
+    update();
+}
+
+void SingleLineView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_dirty = true;
+}
+
+void SingleLineView::render()
+{
+    m_dirty = false;
+    m_textRect = QRectF();
+    const qreal ratio = devicePixelRatioF();
+    m_picture = QImage(size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    if (m_picture.isNull())
+        return;
+    m_picture.setDevicePixelRatio(ratio);
+    m_picture.fill(Qt::transparent);
+    if (m_string.isEmpty() || !foundation::isNonEmpty(m_string))
+        return;
+    ++m_renders;
+
+    const QSizeF bounds = size();
+    const QSizeF measured = FontTextMeasurer::shared().sizeWithFont(m_string, font(), bounds);
+    const QRectF text = SingleLineGeometry::textRect(bounds, measured);
+    m_textRect = text;
+    const WrappedText wrapped(m_string, font(), text.width(), 0, text.height());
+
+    QPainter painter(&m_picture);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter.setClipRect(rect());
+    if (m_showBG) {
+        QPainterPath plate;
+        plate.addRoundedRect(SingleLineGeometry::plateRect(text), SingleLineGeometry::kPlateRadius,
+                             SingleLineGeometry::kPlateRadius);
+        painter.setClipPath(plate, Qt::IntersectClip);
+        painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
+        wrapped.draw(painter, text, Qt::white);
+        return;
+    }
+
+    // Outline first, white fill over it; both cast the black shadow.
+    QImage glyphs(m_picture.size(), QImage::Format_ARGB32_Premultiplied);
+    glyphs.setDevicePixelRatio(ratio);
+    glyphs.fill(Qt::transparent);
+    {
+        QPainter layer(&glyphs);
+        layer.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        layer.setClipRect(text.adjusted(-2, -2, 2, 2));
+        layer.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
+        wrapped.draw(layer, text, Qt::white);
+    }
+    QImage shadow = glyphs;
+    {
+        QPainter tint(&shadow);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(shadow.rect(), Qt::black);
+    }
+    shadow = ImageBlur::blurred(shadow, SingleLineGeometry::kShadowBlur * ratio);
+    shadow.setDevicePixelRatio(ratio);
+    painter.drawImage(QPointF(), shadow); // the outline's shadow
+    painter.drawImage(QPointF(), shadow); // and the fill's
+    painter.drawImage(QPointF(), glyphs);
+}
+
+void SingleLineView::paintEvent(QPaintEvent*)
+{
+    if (m_dirty || m_picture.size() != size() * devicePixelRatioF())
+        render();
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPointF(), m_picture);
+}

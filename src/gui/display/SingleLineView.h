@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+class TextMeasurer;
+
+// The single-line strip's one line, centred: white on a dark rounded plate, or, without the
+// plate, white with a grey outline and a soft black shadow, legible on any background. The
+// picture is drawn when the text, font, style or size changes, not on every repaint.
+class SingleLineView : public QWidget {
+    Q_OBJECT
+public:
+    explicit SingleLineView(QWidget* parent = nullptr);
+
+    QString string() const { return m_string; }
+    void setString(const QString& string);
+    bool isShowBG() const { return m_showBG; }
+    void setShowBG(bool show);
+
+    // The text's rectangle and, with the plate, the plate's, as last drawn; empty when
+    // nothing is drawn.
+    QRectF textRect() const { return m_textRect; }
+    // Pictures drawn since the view was made: what painting costs.
+    int renders() const { return m_renders; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void render();
+
+    QString m_string;
+    bool m_showBG = true;
+    QImage m_picture;
+    bool m_dirty = true;
+    QRectF m_textRect;
+    int m_renders = 0;
+};
