@@ -1,14 +1,50 @@
 // LRC text through the whole model: parse, time queries, offset writing. Lines short enough
 // for the quadratic reference are also checked against it, so a divergence of the linear
-// scanners from the grammar is a finding.
+// scanners from the grammar is a finding; so is one of the offset tag search, or of the
+// start time sort from the stable merge sort it stands in for (the input's bytes read as
+// start times, NaN and infinities included).
 #include "lyric/LrcPatterns.h"
 #include "lyric/Lyric.h"
+#include "lyric/StartTimeSort.h"
 
 #include <QString>
 
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
+
+namespace {
+
+void checkOffsetTag(QStringView text)
+{
+    const auto actual = lrc::findOffsetTag(text);
+    const auto expected = lrc::reference::findOffsetTag(text);
+    if (bool(actual) != bool(expected) ||
+        (actual &&
+         (actual->text != expected->text || actual->milliseconds != expected->milliseconds)))
+        std::abort();
+}
+
+void checkSort(const std::uint8_t* data, std::size_t size)
+{
+    std::vector<float> starts;
+    std::vector<lrc::StartTimeKey> keys;
+    for (std::size_t i = 0; i + 4 <= size && i < 4 * 2048; i += 4) {
+        float start;
+        std::memcpy(&start, data + i, 4);
+        keys.push_back({start, std::uint32_t(starts.size())});
+        starts.push_back(start);
+    }
+    const std::vector<std::uint32_t> order = lrc::reference::sortOrder(starts);
+    lrc::sortByStartTime(keys);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i].position != order[i])
+            std::abort();
+    }
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -28,6 +64,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)lyric.contentsReadable();
     lyric.setOffsetTime(size % 2 ? 0.25 : -1.5);
     lyric.lrcItemAtTime(3.0);
+
+    checkOffsetTag(text);
+    checkSort(data, size);
 
     for (const QStringView line : QStringView(text).split(u'\n')) {
         if (line.size() > 200)

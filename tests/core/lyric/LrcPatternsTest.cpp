@@ -6,7 +6,10 @@
 
 #include <QRandomGenerator>
 
+#include <cstdlib>
 #include <limits>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -94,23 +97,66 @@ TEST(OffsetTag, FirstTagAnywhereCounts)
             << QString::fromUtf16(bad).toStdString();
 }
 
-// The linear scanners must agree with the patterns as written on every line. Random lines
-// over the characters that matter to the grammar find the corner cases quickly.
+QString randomText(QRandomGenerator& random, std::u16string_view alphabet, int maxLength)
+{
+    QString text;
+    const int length = int(random.bounded(maxLength));
+    for (int i = 0; i < length; ++i)
+        text += QChar(alphabet[random.bounded(int(alphabet.size()))]);
+    return text;
+}
+
+// The hand-written scanners must agree with the patterns as written on every line. Random
+// lines over the characters that matter to the grammar find the corner cases quickly; the
+// halves of a supplementary digit (U+1D7CE) also come alone or swapped.
 TEST(LinearScanners, AgreeWithTheReferenceOnRandomLines)
 {
-    const char16_t alphabet[] = u"[[]]::..0123 x\r\u2028\u0663\t";
+    const std::u16string_view alphabet = u"[[]]::..0123 x\r\u2028\u0663\t\U0001D7CE";
     QRandomGenerator random(20261122);
     for (int round = 0; round < 30000; ++round) {
-        QString line;
-        const int length = int(random.bounded(24));
-        for (int i = 0; i < length; ++i)
-            line += QChar(alphabet[random.bounded(int(std::size(alphabet) - 1))]);
+        const QString line = randomText(random, alphabet, 24);
         const QStringList tags = lrc::reference::tagsFromLine(line);
         ASSERT_EQ(lrc::tagsFromLine(line), tags) << line.toStdString();
         if (!tags.isEmpty()) {
             ASSERT_EQ(lrc::contentFromLine(line), lrc::reference::contentFromLine(line))
                 << line.toStdString();
         }
+    }
+}
+
+TEST(LinearScanners, OffsetTagAgreesWithTheReference)
+{
+    const std::u16string_view alphabet = u"[[]]offset::+-0123 \n\u0663\U0001D7CE";
+    QRandomGenerator random(20261123);
+    for (int round = 0; round < 30000; ++round) {
+        // Most texts start like a tag, so that they get as far as the number.
+        const QString text = (round % 2 ? QString() : QStringLiteral("x[offset:")) +
+                             randomText(random, alphabet, 16);
+        const auto expected = lrc::reference::findOffsetTag(text);
+        const auto actual = lrc::findOffsetTag(text);
+        ASSERT_EQ(bool(actual), bool(expected)) << text.toStdString();
+        if (expected) {
+            EXPECT_EQ(actual->text, expected->text);
+            EXPECT_EQ(actual->milliseconds, expected->milliseconds);
+        }
+    }
+}
+
+// Short numbers are read without the general decimal conversion; both must round alike.
+TEST(NumberReading, FloatsRoundAsTheDecimalConversionDoes)
+{
+    const std::u16string_view alphabet = u"0123456789.";
+    QRandomGenerator random(7);
+    for (int round = 0; round < 100000; ++round) {
+        const QString text = randomText(random, alphabet, 26);
+        const std::string ascii = text.toStdString();
+        const std::size_t dot = ascii.find('.');
+        // strtod stops at a second "."; readFloat too.
+        const std::string number =
+            ascii.substr(0, ascii.find('.', dot == std::string::npos ? dot : dot + 1));
+        const bool digits = number.find_first_of("0123456789") != std::string::npos;
+        const double wide = digits ? std::strtod(number.c_str(), nullptr) : 0.0;
+        ASSERT_EQ(lrc::readFloat(text), static_cast<float>(wide)) << ascii;
     }
 }
 
