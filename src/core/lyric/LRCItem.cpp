@@ -17,6 +17,15 @@ void LRCItem::parseTimeFromTag(QStringView tag, Lyric* lyric)
     if (tag.size() < 2)
         return;
     const QStringView inner = tag.mid(1, tag.size() - 2);
+    if (!lrc::readUsualTagTime(inner, m_minute, m_second))
+        readTime(inner);
+    // The integer product wraps like 32-bit arithmetic for absurd minute counts.
+    const auto product = static_cast<std::int32_t>(static_cast<std::uint32_t>(m_minute) * 60u);
+    m_startTime = static_cast<float>(product) + m_second;
+}
+
+void LRCItem::readTime(QStringView inner)
+{
     const auto* first = inner.utf16();
     const auto* colonAt = std::find(first, first + inner.size(), u':');
     const qsizetype colon = colonAt == first + inner.size() ? -1 : colonAt - first;
@@ -24,9 +33,6 @@ void LRCItem::parseTimeFromTag(QStringView tag, Lyric* lyric)
     const QStringView seconds = colon < 0 ? QStringView() : inner.mid(colon + 1);
     m_minute = lrc::readInt32(minutes);
     m_second = lrc::readFloat(seconds);
-    // The integer product wraps like 32-bit arithmetic for absurd minute counts.
-    const auto product = static_cast<std::int32_t>(static_cast<std::uint32_t>(m_minute) * 60u);
-    m_startTime = static_cast<float>(product) + m_second;
 }
 
 float LRCItem::startTime() const

@@ -39,6 +39,9 @@ public:
     QString description() const;
 
 private:
+    // The minutes and seconds of a tag's inside, split at its first ":".
+    void readTime(QStringView inner);
+
     float m_startTime = 0.0f;
     float m_endTime = 0.0f;
     QString m_content;

@@ -173,6 +173,53 @@ std::int32_t readInt32(QStringView text)
         value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
+namespace {
+// The double nearest to mantissa / 10^fractionDigits, as the decimal conversion gives it:
+// both operands are exact (mantissa below 10^15 < 2^53) and the division rounds correctly.
+double exactDecimal(std::uint64_t mantissa, int fractionDigits)
+{
+    return double(mantissa) / kExactPowers[fractionDigits];
+}
+
+bool isAsciiDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+} // namespace
+
+bool readUsualTagTime(QStringView inner, std::int32_t& minute, float& second)
+{
+    const auto* p = reinterpret_cast<const char16_t*>(inner.utf16());
+    const auto* const end = p + inner.size();
+    std::int32_t minutes = 0;
+    const auto* const minutesStart = p;
+    for (; p != end && isAsciiDigit(*p) && p - minutesStart < 9; ++p)
+        minutes = minutes * 10 + (*p - u'0');
+    if (p == minutesStart || p == end || *p != u':')
+        return false;
+    ++p;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int fractionDigits = 0;
+    bool seenDot = false;
+    for (; p != end; ++p) {
+        if (isAsciiDigit(*p)) {
+            mantissa = mantissa * 10 + std::uint64_t(*p - u'0');
+            ++digits;
+            fractionDigits += seenDot;
+        } else if (*p == u'.' && !seenDot && digits > 0) {
+            seenDot = true;
+        } else {
+            return false;
+        }
+    }
+    if (digits == 0 || digits > 15)
+        return false;
+    minute = minutes;
+    second = static_cast<float>(exactDecimal(mantissa, fractionDigits));
+    return true;
+}
+
 float readFloat(QStringView text)
 {
     const NumberText number = scanNumber(text, true);
@@ -180,14 +227,13 @@ float readFloat(QStringView text)
         return 0.0f;
     double value = 0.0;
     if (number.digitCount <= 15) {
-        // Both operands are exact and the division rounds correctly, so this is the double
-        // nearest to the decimal value: what the full conversion below gives too.
+        // What the full conversion below gives too.
         std::uint64_t mantissa = 0;
         for (const char16_t* p = number.first; p != number.last; ++p) {
             if (*p != u'.')
                 mantissa = mantissa * 10 + std::uint64_t(*p - u'0');
         }
-        value = double(mantissa) / kExactPowers[number.fractionDigits];
+        value = exactDecimal(mantissa, number.fractionDigits);
     } else {
         const std::string digits(number.first, number.last);
         const auto [ptr, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), value);

@@ -42,6 +42,10 @@ qsizetype digitRunEnd(const char16_t* s, qsizetype n, qsizetype at);
 // too large reads as infinity; no digits read as 0.
 std::int32_t readInt32(QStringView text);
 float readFloat(QStringView text);
+// The inside of the usual tag, "mm:ss.xx" in ASCII digits (up to 9 for the minutes, 15 for
+// the seconds), read in one pass with the results of readInt32 and readFloat on its two
+// parts; false, and nothing read, for anything else.
+bool readUsualTagTime(QStringView inner, std::int32_t& minute, float& second);
 
 // Straightforward versions, running the patterns exactly as written through ICU's regular
 // expression engine and deleting each tag before searching again from the start. Quadratic

@@ -160,4 +160,24 @@ TEST(NumberReading, FloatsRoundAsTheDecimalConversionDoes)
     }
 }
 
+// The usual tag's inside is read in one pass; it must read as the two general readers do.
+TEST(NumberReading, UsualTagTimeReadsAsTheGeneralReaders)
+{
+    const std::u16string_view alphabet = u"0123456789::.. \u0663";
+    QRandomGenerator random(11);
+    int usual = 0;
+    for (int round = 0; round < 100000; ++round) {
+        const QString inner = randomText(random, alphabet, 22);
+        std::int32_t minute = -7;
+        float second = -7.0f;
+        if (!lrc::readUsualTagTime(inner, minute, second))
+            continue;
+        ++usual;
+        const qsizetype colon = inner.indexOf(u':');
+        ASSERT_EQ(minute, lrc::readInt32(QStringView(inner).left(colon))) << inner.toStdString();
+        ASSERT_EQ(second, lrc::readFloat(QStringView(inner).mid(colon + 1))) << inner.toStdString();
+    }
+    EXPECT_GT(usual, 1000);
+}
+
 } // namespace
