@@ -70,6 +70,20 @@ void BM_ParseOneMebibyte(benchmark::State& state)
 }
 BENCHMARK(BM_ParseOneMebibyte)->Unit(benchmark::kMillisecond);
 
+// The 8 MiB lyric of bench/LargeLrc.h (285,134 items), already decoded: parse and free.
+void BM_ParseEightMebibytes(benchmark::State& state)
+{
+    const std::string file = bench::largeLrc();
+    const QString text = QString::fromUtf8(file.data(), qsizetype(file.size()));
+    for (auto _ : state) {
+        Lyric lyric;
+        lyric.parseLRCcontent(text);
+        benchmark::DoNotOptimize(lyric.lines());
+    }
+    state.SetBytesProcessed(state.iterations() * qsizetype(file.size()));
+}
+BENCHMARK(BM_ParseEightMebibytes)->Unit(benchmark::kMillisecond);
+
 // What `versewick-cli lrc readable` does with the 8 MiB lyric of bench/LargeLrc.h, from the
 // file's bytes to the bytes written: decode, parse, the readable text, encode, and free.
 void BM_ReadableEightMebibytes(benchmark::State& state)
