@@ -1,5 +1,7 @@
 // Parsing and time queries of the lyric model.
 //   build/bin/lyric_bench
+#include "LargeLrc.h"
+
 #include "lyric/Lyric.h"
 
 #include <benchmark/benchmark.h>
@@ -67,6 +69,38 @@ void BM_ParseOneMebibyte(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * text.toUtf8().size());
 }
 BENCHMARK(BM_ParseOneMebibyte)->Unit(benchmark::kMillisecond);
+
+// The 8 MiB lyric of bench/LargeLrc.h (285,134 items), already decoded: parse and free.
+void BM_ParseEightMebibytes(benchmark::State& state)
+{
+    const std::string file = bench::largeLrc();
+    const QString text = QString::fromUtf8(file.data(), qsizetype(file.size()));
+    for (auto _ : state) {
+        Lyric lyric;
+        lyric.parseLRCcontent(text);
+        benchmark::DoNotOptimize(lyric.lines());
+    }
+    state.SetBytesProcessed(state.iterations() * qsizetype(file.size()));
+}
+BENCHMARK(BM_ParseEightMebibytes)->Unit(benchmark::kMillisecond);
+
+// What `versewick-cli lrc readable` does with the 8 MiB lyric of bench/LargeLrc.h, from the
+// file's bytes to the bytes written: decode, parse, the readable text, encode, and free.
+void BM_ReadableEightMebibytes(benchmark::State& state)
+{
+    const std::string file = bench::largeLrc();
+    const QByteArray bytes = QByteArray::fromRawData(file.data(), qsizetype(file.size()));
+    int lines = 0;
+    for (auto _ : state) {
+        Lyric lyric;
+        lyric.parseLRCcontent(*Lyric::decodeText(bytes, Lyric::UTF8Encoding));
+        benchmark::DoNotOptimize(lyric.contentsReadable().toUtf8().size());
+        lines = lyric.lines();
+    }
+    state.counters["items"] = lines;
+    state.SetBytesProcessed(state.iterations() * qsizetype(file.size()));
+}
+BENCHMARK(BM_ReadableEightMebibytes)->Unit(benchmark::kMillisecond);
 
 // The update loop: the clock advances by 0.2 s per tick through the whole song.
 void BM_ItemAtAdvancingClock(benchmark::State& state)

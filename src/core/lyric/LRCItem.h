@@ -3,6 +3,11 @@
 #include <QString>
 #include <QStringView>
 
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+
 class Lyric;
 
 // One timed line of a lyric document. Start times are read through the document's current
@@ -34,6 +39,9 @@ public:
     QString description() const;
 
 private:
+    // The minutes and seconds of a tag's inside, split at its first ":".
+    void readTime(QStringView inner);
+
     float m_startTime = 0.0f;
     float m_endTime = 0.0f;
     QString m_content;
@@ -49,3 +57,26 @@ enum class LRCOrdering { Less = -1, Same = 0, Greater = 1 };
 // lines that close keep the order the (stable) sort leaves them in. A non-null context sorts
 // ascending; a null one reverses the answers. Only the context's presence matters.
 LRCOrdering SortLRCItem(const LRCItem& a, const LRCItem& b, const void* context);
+
+// SortLRCItem on two start times (offset included), for sorts that read them once.
+inline LRCOrdering compareStartTimes(float startA, float startB, const void* context)
+{
+    // The difference truncated toward zero, defined for every float: NaN reads as 0 and
+    // values beyond the 32-bit range saturate.
+    const float difference = startA - startB;
+    std::int64_t whole = 0;
+    if (std::isnan(difference))
+        whole = 0;
+    else if (difference >= 2147483648.0f)
+        whole = std::numeric_limits<std::int32_t>::max();
+    else if (difference <= -2147483648.0f)
+        whole = std::numeric_limits<std::int32_t>::min();
+    else
+        whole = static_cast<std::int32_t>(difference);
+    if (std::llabs(whole) < 1)
+        return LRCOrdering::Same;
+    const bool aLater = startA > startB;
+    if (context)
+        return aLater ? LRCOrdering::Greater : LRCOrdering::Less;
+    return aLater ? LRCOrdering::Less : LRCOrdering::Greater;
+}

@@ -1,78 +1,17 @@
 #include "lyric/LrcPatterns.h"
 
-#include "foundation/Assertion.h"
+#include "lyric/LrcLineScanner.h"
 
-#include <unicode/regex.h>
+#include <unicode/uchar.h>
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <limits>
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace lrc {
 namespace {
-
-// "\d+\.?\d*" backtracks quadratically on a long run of digits that is not closed by "]".
-// Possessive quantifiers match exactly the same texts (after a maximal digit run the next
-// character is not a digit, so giving digits back can never help), in linear time.
-constexpr char16_t kTimeTagPatternLinear[] = u"\\[\\d++:\\d++\\.?+\\d*+\\]";
-
-icu::RegexMatcher& matcher(const char16_t* pattern)
-{
-    // One compiled matcher per pattern and thread, reset onto each text.
-    struct Slot {
-        const char16_t* pattern;
-        std::unique_ptr<icu::RegexMatcher> matcher;
-    };
-    thread_local Slot cache[6];
-    for (Slot& slot : cache) {
-        if (slot.pattern == pattern)
-            return *slot.matcher;
-        if (!slot.pattern) {
-            UErrorCode status = U_ZERO_ERROR;
-            slot.matcher =
-                std::make_unique<icu::RegexMatcher>(icu::UnicodeString(pattern), 0, status);
-            if (U_FAILURE(status))
-                foundation::assertionFailure(QStringLiteral("bad LRC pattern"));
-            slot.pattern = pattern;
-            return *slot.matcher;
-        }
-    }
-    std::abort(); // more patterns than slots: a programming error caught by every test
-}
-
-icu::UnicodeString alias(const char16_t* data, qsizetype length)
-{
-    return icu::UnicodeString(false, data, static_cast<int32_t>(length));
-}
-
-icu::UnicodeString alias(QStringView text)
-{
-    return alias(reinterpret_cast<const char16_t*>(text.utf16()), text.size());
-}
-
-struct Match {
-    qsizetype start = -1;
-    qsizetype end = -1;
-    explicit operator bool() const { return start >= 0; }
-};
-
-Match find(icu::RegexMatcher& m, const icu::UnicodeString& input, qsizetype from = 0)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    m.reset(input);
-    if (!m.find(from, status) || U_FAILURE(status))
-        return {};
-    const qsizetype start = m.start(status);
-    const qsizetype end = m.end(status);
-    if (U_FAILURE(status))
-        return {};
-    return {start, end};
-}
 
 // Characters at which ICU's "." stops (besides the CR LF pair, made of two of them).
 bool isLineTerminator(char16_t c)
@@ -81,161 +20,150 @@ bool isLineTerminator(char16_t c)
            c == 0x2029;
 }
 
-bool isBracket(char16_t c)
-{
-    return c == u'[' || c == u']';
-}
-
 } // namespace
 
-QStringList tagsFromLine(QStringView line)
+qsizetype digitRunEnd(const char16_t* s, qsizetype n, qsizetype at)
 {
-    QStringList tags;
-    if (!line.contains(u']'))
-        return tags;
-
-    // The line is worked on as a gap buffer: buf[0, w) is the text kept so far with the
-    // tags cut out (it holds no tag), buf[r, n) is the text not yet searched. Cutting a tag
-    // only advances r, so nothing is moved but the kept text, and nothing is searched twice
-    // except an open "[" tail that may close across a cut.
-    std::u16string buf(reinterpret_cast<const char16_t*>(line.utf16()),
-                       static_cast<size_t>(line.size()));
-    const qsizetype n = line.size();
-    qsizetype w = 0;
-    qsizetype r = 0;
-    std::vector<qsizetype> brackets; // positions of the brackets in the kept text
-    icu::RegexMatcher& m = matcher(kTimeTagPatternLinear);
-
-    while (r < n) {
-        qsizetype from = r;
-        // Only from a last "[" of the kept text can a tag run on into the unsearched text,
-        // and only if the next bracket there is "]".
-        if (!brackets.empty() && buf[size_t(brackets.back())] == u'[') {
-            qsizetype k = r;
-            while (k < n && !isBracket(buf[size_t(k)]))
-                ++k;
-            if (k < n && buf[size_t(k)] == u']') {
-                const qsizetype tail = brackets.back();
-                const qsizetype tailLength = w - tail;
-                std::memmove(&buf[size_t(r - tailLength)], &buf[size_t(tail)],
-                             size_t(tailLength) * sizeof(char16_t));
-                brackets.pop_back();
-                w = tail;
-                from = r - tailLength;
-            }
+    qsizetype i = at;
+    while (i < n) {
+        const char16_t c = s[i];
+        if (c < 0x80) {
+            if (c < u'0' || c > u'9')
+                break;
+            ++i;
+        } else if (QChar::isHighSurrogate(c) && i + 1 < n && QChar::isLowSurrogate(s[i + 1])) {
+            if (!u_isdigit(UChar32(QChar::surrogateToUcs4(c, s[i + 1]))))
+                break;
+            i += 2;
+        } else {
+            if (!u_isdigit(c))
+                break;
+            ++i;
         }
-        // A tag needs a "[" with a "]" after it; most lines run out of both after their
-        // tags, and this scan is far cheaper than asking the regex engine.
-        const auto first = buf.begin() + from;
-        const auto open = std::find(first, buf.end(), u'[');
-        if (open == buf.end() || std::find(open, buf.end(), u']') == buf.end())
-            break;
-        const icu::UnicodeString window = alias(buf.data() + from, n - from);
-        const Match match = find(m, window);
-        if (!match)
-            break;
-        const qsizetype start = from + match.start;
-        const qsizetype end = from + match.end;
-        tags.append(QString(reinterpret_cast<const QChar*>(buf.data() + start), end - start));
-
-        for (qsizetype i = from; i < start; ++i) {
-            if (isBracket(buf[size_t(i)]))
-                brackets.push_back(w + (i - from));
-        }
-        if (start > from)
-            std::memmove(&buf[size_t(w)], &buf[size_t(from)],
-                         size_t(start - from) * sizeof(char16_t));
-        w += start - from;
-        r = end;
     }
-    return tags;
+    return i;
 }
 
-QString contentFromLine(QStringView line)
+// The match can only begin at the first "[" of a stretch between line terminators, and only
+// if a "]" at least two characters further on the same stretch closes it (any later "[" of
+// that stretch would need the same "]"). Blanks before the "[" move where the match starts,
+// never where it ends: the greedy ".+" runs to the last "]" of the stretch.
+qsizetype contentStart(QStringView line)
 {
-    // The match starts at the first "[" that a later "]" on the same stretch between line
-    // terminators can close with at least one character between (blanks before that "[" do
-    // not change where the match ends). Starting ICU there keeps lines full of unmatched
-    // brackets linear; the greedy ".+" then runs to the last "]" of the stretch.
     const qsizetype n = line.size();
-    qsizetype candidate = -1;
     qsizetype open = -1;
-    for (qsizetype i = 0; i < n && candidate < 0; ++i) {
+    qsizetype i = 0;
+    for (; i < n; ++i) {
         const char16_t c = line[i].unicode();
         if (isLineTerminator(c))
             open = -1;
         else if (c == u'[' && open < 0)
             open = i;
         else if (c == u']' && open >= 0 && i >= open + 2)
-            candidate = open;
+            break;
     }
-    if (candidate < 0)
-        return QString(QLatin1String(""));
-    // The greedy run ends at the stretch's last "]": handing ICU the text up to there gives
-    // the same match without backtracking over the rest of the line.
-    qsizetype lastClose = candidate;
-    for (qsizetype i = candidate; i < n && !isLineTerminator(line[i].unicode()); ++i) {
+    if (i == n)
+        return -1;
+    qsizetype lastClose = i;
+    for (; i < n && !isLineTerminator(line[i].unicode()); ++i) {
         if (line[i] == u']')
             lastClose = i;
     }
-    const QStringView stretch = line.mid(candidate, lastClose + 1 - candidate);
-    const Match match = find(matcher(kContentPattern), alias(stretch));
-    if (!match)
+    return lastClose + 1;
+}
+
+QStringList tagsFromLine(QStringView line)
+{
+    LrcLineScanner scanner;
+    scanner.scan(line);
+    QStringList tags;
+    tags.reserve(scanner.tagCount());
+    for (qsizetype i = 0; i < scanner.tagCount(); ++i)
+        tags.append(scanner.tag(i).toString());
+    return tags;
+}
+
+QString contentFromLine(QStringView line)
+{
+    const qsizetype start = contentStart(line);
+    if (start < 0)
         return QString(QLatin1String(""));
-    return line.mid(candidate + match.end).toString();
+    return line.mid(start).toString();
 }
 
 std::optional<OffsetTag> findOffsetTag(QStringView text)
 {
-    const Match tag = find(matcher(kOffsetPattern), alias(text));
-    if (!tag)
-        return std::nullopt;
-    const QStringView tagText = text.mid(tag.start, tag.end - tag.start);
-    const Match number = find(matcher(kOffsetNumberPattern), alias(tagText));
-    OffsetTag result{tagText.toString(), 0};
-    if (number)
-        result.milliseconds = readInt32(tagText.mid(number.start, number.end - number.start));
-    return result;
+    // "\[offset:[+-]?\d+\]" cannot backtrack into a different match: the first "[offset:"
+    // followed by an optional sign, digits and "]" is the first match. Inside it, the first
+    // match of "[+-]?\d+" is that sign and those digits.
+    constexpr QStringView prefix = u"[offset:";
+    const auto* s = reinterpret_cast<const char16_t*>(text.utf16());
+    const qsizetype n = text.size();
+    for (qsizetype at = text.indexOf(prefix); at >= 0; at = text.indexOf(prefix, at + 1)) {
+        const qsizetype number = at + prefix.size();
+        qsizetype i = number;
+        if (i < n && (s[i] == u'+' || s[i] == u'-'))
+            ++i;
+        const qsizetype end = digitRunEnd(s, n, i);
+        if (end == i || end >= n || s[end] != u']')
+            continue;
+        return OffsetTag{text.mid(at, end + 1 - at).toString(),
+                         readInt32(text.mid(number, end - number))};
+    }
+    return std::nullopt;
 }
 
 namespace {
+
+// A number as the format reads it: leading blanks, an optional sign, ASCII digits and (for
+// a float) at most one ".".
 struct NumberText {
     bool negative = false;
-    std::string digits; // ASCII digits and at most one "."
+    const char16_t* first = nullptr; // the digits and the dot
+    const char16_t* last = nullptr;
+    int digitCount = 0;
+    int fractionDigits = 0;
 };
 
 NumberText scanNumber(QStringView text, bool allowFraction)
 {
-    qsizetype i = 0;
-    while (i < text.size() && text[i].isSpace())
-        ++i;
+    const auto* p = reinterpret_cast<const char16_t*>(text.utf16());
+    const auto* const end = p + text.size();
+    while (p != end && QChar::isSpace(*p))
+        ++p;
     NumberText result;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) {
-        result.negative = text[i] == u'-';
-        ++i;
+    if (p != end && (*p == u'+' || *p == u'-')) {
+        result.negative = *p == u'-';
+        ++p;
     }
+    result.first = p;
     bool seenDot = false;
-    for (; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (c >= u'0' && c <= u'9') {
-            result.digits.push_back(char(c));
-        } else if (c == u'.' && allowFraction && !seenDot) {
+    for (; p != end; ++p) {
+        if (*p >= u'0' && *p <= u'9') {
+            ++result.digitCount;
+            result.fractionDigits += seenDot;
+        } else if (*p == u'.' && allowFraction && !seenDot) {
             seenDot = true;
-            result.digits.push_back('.');
         } else {
             break;
         }
     }
+    result.last = p;
     return result;
 }
+
+// Powers of ten that are exact in a double.
+constexpr double kExactPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
 } // namespace
 
 std::int32_t readInt32(QStringView text)
 {
     const NumberText number = scanNumber(text, false);
     std::int64_t value = 0;
-    for (char c : number.digits) {
-        value = value * 10 + (c - '0');
+    for (const char16_t* p = number.first; p != number.last; ++p) {
+        value = value * 10 + (*p - u'0');
         if (value > std::int64_t(std::numeric_limits<std::int32_t>::max()) + 1)
             break;
     }
@@ -245,52 +173,81 @@ std::int32_t readInt32(QStringView text)
         value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
+namespace {
+// The double nearest to mantissa / 10^fractionDigits, as the decimal conversion gives it:
+// both operands are exact (mantissa below 10^15 < 2^53) and the division rounds correctly.
+double exactDecimal(std::uint64_t mantissa, int fractionDigits)
+{
+    return double(mantissa) / kExactPowers[fractionDigits];
+}
+
+bool isAsciiDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+} // namespace
+
+bool readUsualTagTime(QStringView inner, std::int32_t& minute, float& second)
+{
+    const auto* p = reinterpret_cast<const char16_t*>(inner.utf16());
+    const auto* const end = p + inner.size();
+    std::int32_t minutes = 0;
+    const auto* const minutesStart = p;
+    for (; p != end && isAsciiDigit(*p) && p - minutesStart < 9; ++p)
+        minutes = minutes * 10 + (*p - u'0');
+    if (p == minutesStart || p == end || *p != u':')
+        return false;
+    ++p;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int fractionDigits = 0;
+    bool seenDot = false;
+    for (; p != end; ++p) {
+        if (isAsciiDigit(*p)) {
+            mantissa = mantissa * 10 + std::uint64_t(*p - u'0');
+            ++digits;
+            fractionDigits += seenDot;
+        } else if (*p == u'.' && !seenDot && digits > 0) {
+            seenDot = true;
+        } else {
+            return false;
+        }
+    }
+    if (digits == 0 || digits > 15)
+        return false;
+    minute = minutes;
+    second = static_cast<float>(exactDecimal(mantissa, fractionDigits));
+    return true;
+}
+
 float readFloat(QStringView text)
 {
     const NumberText number = scanNumber(text, true);
-    if (number.digits.empty() || number.digits == ".")
+    if (number.digitCount == 0)
         return 0.0f;
     double value = 0.0;
-    const char* first = number.digits.data();
-    const char* last = first + number.digits.size();
-    const auto [ptr, ec] = std::from_chars(first, last, value);
-    if (ec == std::errc::result_out_of_range) {
-        // Too large, or too small: which one the integer digits tell.
-        const bool large = number.digits.find_first_of("123456789") < number.digits.find('.');
-        value = large ? std::numeric_limits<double>::infinity() : 0.0;
+    if (number.digitCount <= 15) {
+        // What the full conversion below gives too.
+        std::uint64_t mantissa = 0;
+        for (const char16_t* p = number.first; p != number.last; ++p) {
+            if (*p != u'.')
+                mantissa = mantissa * 10 + std::uint64_t(*p - u'0');
+        }
+        value = exactDecimal(mantissa, number.fractionDigits);
+    } else {
+        const std::string digits(number.first, number.last);
+        const auto [ptr, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        (void)ptr;
+        if (ec == std::errc::result_out_of_range) {
+            // Too large, or too small: which one the integer digits tell.
+            const bool large = digits.find_first_of("123456789") < digits.find('.');
+            value = large ? std::numeric_limits<double>::infinity() : 0.0;
+        }
     }
-    (void)ptr;
     if (value > double(std::numeric_limits<float>::max()))
         value = std::numeric_limits<double>::infinity();
     const float result = static_cast<float>(value);
     return number.negative ? -result : result;
 }
 
-namespace reference {
-
-QStringList tagsFromLine(QStringView line)
-{
-    QStringList tags;
-    QString work = line.toString();
-    icu::RegexMatcher& m = matcher(kTimeTagPattern);
-    for (;;) {
-        const icu::UnicodeString input = alias(work);
-        const Match match = find(m, input);
-        if (!match)
-            break;
-        tags.append(work.mid(match.start, match.end - match.start));
-        work.remove(match.start, match.end - match.start);
-    }
-    return tags;
-}
-
-QString contentFromLine(QStringView line)
-{
-    const Match match = find(matcher(kContentPattern), alias(line));
-    if (!match)
-        return QString(QLatin1String(""));
-    return line.mid(match.end).toString();
-}
-
-} // namespace reference
 } // namespace lrc

@@ -1,10 +1,11 @@
 #include "lyric/Lyric.h"
 
-#include "foundation/StableMergeSort.h"
 #include "foundation/StringAdditions.h"
 #include "foundation/SystemLog.h"
 #include "foundation/TextDecoding.h"
+#include "lyric/LrcLineScanner.h"
 #include "lyric/LrcPatterns.h"
+#include "lyric/StartTimeSort.h"
 
 #include <QFile>
 
@@ -66,22 +67,22 @@ void Lyric::convertToLRCArray()
 {
     m_itemCacheAssign = nullptr;
     m_lrcArray.clear();
+    m_items.clear();
     const QStringView text(m_contents);
-    qsizetype lineStart = 0;
-    while (lineStart <= text.size()) {
-        qsizetype lineEnd = text.indexOf(u'\n', lineStart);
-        if (lineEnd < 0)
-            lineEnd = text.size();
-        const QStringView line = text.mid(lineStart, lineEnd - lineStart);
-        const QStringList tags = lrc::tagsFromLine(line);
-        if (!tags.isEmpty()) {
+    lrc::LrcLineScanner scanner;
+    // Lines are split on line feeds only; the text after the last one is a line too.
+    for (qsizetype lineStart = 0; lineStart <= text.size();) {
+        const qsizetype lineEnd = scanner.scanLine(text, lineStart);
+        if (scanner.tagCount() > 0) {
             // One content for all of the line's tags: the items share the text.
-            const QString content = lrc::contentFromLine(line);
-            for (const QString& tag : tags) {
-                auto item = std::make_unique<LRCItem>();
-                item->parseTimeFromTag(tag, this);
+            const qsizetype start = scanner.contentStart();
+            const QString content = start < 0 ? QString(QLatin1String(""))
+                                              : text.mid(start, lineEnd - start).toString();
+            for (qsizetype i = 0; i < scanner.tagCount(); ++i) {
+                LRCItem* item = m_items.create();
+                item->parseTimeFromTag(scanner.tag(i), this);
                 item->setContent(content);
-                m_lrcArray.push_back(std::move(item));
+                m_lrcArray.push_back(item);
             }
         }
         lineStart = lineEnd + 1;
@@ -90,17 +91,21 @@ void Lyric::convertToLRCArray()
 
 void Lyric::sortLRCs()
 {
-    const bool ascending = true;
-    foundation::stableMergeSort(m_lrcArray, [&ascending](const auto& a, const auto& b) {
-        return SortLRCItem(*a, *b, &ascending) == LRCOrdering::Less;
-    });
-    for (std::size_t i = 0; i < m_lrcArray.size(); ++i) {
-        LRCItem& item = *m_lrcArray[i];
-        item.setIndex(static_cast<int>(i));
-        item.setEndTime(LastItemEndTime);
+    // Each start time is read once; the sort then works on one array of plain keys.
+    std::vector<lrc::StartTimeKey> keys(m_lrcArray.size());
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        keys[i] = {m_lrcArray[i]->startTime(), static_cast<std::uint32_t>(i)};
+    lrc::sortByStartTime(keys);
+    Items sorted(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        LRCItem* item = m_lrcArray[keys[i].position];
+        sorted[i] = item;
+        item->setIndex(static_cast<int>(i));
+        item->setEndTime(LastItemEndTime);
         if (i != 0)
-            m_lrcArray[i - 1]->setEndTime(item.startTime());
+            sorted[i - 1]->setEndTime(keys[i].start);
     }
+    m_lrcArray.swap(sorted);
 }
 
 void Lyric::clean()
@@ -108,6 +113,7 @@ void Lyric::clean()
     m_contents = QString();
     m_itemCacheAssign = nullptr;
     m_lrcArray.clear();
+    m_items.clear();
     m_isParsed = false;
     m_offsetTime = 0.0;
 }
@@ -122,10 +128,15 @@ QString Lyric::contentFromLine(QStringView line)
     return lrc::contentFromLine(line);
 }
 
-void Lyric::setLrcArray(Items items)
+void Lyric::setLrcArray(std::vector<std::unique_ptr<LRCItem>> items)
 {
     m_itemCacheAssign = nullptr; // the cache must never point into a released array
-    m_lrcArray = std::move(items);
+    m_lrcArray.clear();
+    m_items.clear();
+    for (auto& item : items) {
+        if (item)
+            m_lrcArray.push_back(m_items.adopt(std::move(item)));
+    }
 }
 
 LRCItem* Lyric::lrcItemAtTime(double seconds)
@@ -137,11 +148,11 @@ LRCItem* Lyric::lrcItemAtTime(double seconds)
     for (int i = 0;; ++i) {
         const int count = lines();
         if (i >= count - 1) {
-            m_itemCacheAssign = count > 0 ? m_lrcArray.back().get() : nullptr;
+            m_itemCacheAssign = count > 0 ? m_lrcArray.back() : nullptr;
             return m_itemCacheAssign;
         }
-        LRCItem* a = m_lrcArray[std::size_t(i)].get();
-        const LRCItem* b = m_lrcArray[std::size_t(i) + 1].get();
+        LRCItem* a = m_lrcArray[std::size_t(i)];
+        const LRCItem* b = m_lrcArray[std::size_t(i) + 1];
         if (seconds >= a->startTime() && b->startTime() > seconds) {
             m_itemCacheAssign = a;
             return a;
@@ -163,13 +174,13 @@ LRCItem* Lyric::lrcItemAtIndex(int index) const
 {
     if (!m_isParsed || index < 0 || index >= lines())
         return nullptr;
-    return m_lrcArray[std::size_t(index)].get();
+    return m_lrcArray[std::size_t(index)];
 }
 
 std::int64_t Lyric::indexOfItem(const LRCItem* item) const
 {
     for (std::size_t i = 0; i < m_lrcArray.size(); ++i) {
-        if (m_lrcArray[i].get() == item)
+        if (m_lrcArray[i] == item)
             return static_cast<std::int64_t>(i);
     }
     return NotFound;
@@ -206,9 +217,18 @@ void Lyric::setOffsetTime(double seconds)
 
 QString Lyric::contentsReadable() const
 {
-    QString text(QLatin1String(""));
-    for (const auto& item : m_lrcArray)
-        text += item->content() + QLatin1Char('\n');
+    qsizetype length = 0;
+    for (const LRCItem* item : m_lrcArray)
+        length += item->content().size() + 1;
+    // Filled in place: appending item by item costs more than the copying itself.
+    QString text(length, Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const LRCItem* item : m_lrcArray) {
+        const QString& content = item->content();
+        std::copy_n(content.constData(), content.size(), out);
+        out += content.size();
+        *out++ = QLatin1Char('\n');
+    }
     return text;
 }
 

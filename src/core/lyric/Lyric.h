@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lyric/LRCItem.h"
+#include "lyric/LRCItemArena.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,7 +17,9 @@
 // A null QString stands for absent text (after clean(), or when nothing was given).
 class Lyric {
 public:
-    using Items = std::vector<std::unique_ptr<LRCItem>>;
+    // The items in sorted order. The document owns them (pointers stay valid until the next
+    // parse, clean() or setLrcArray()).
+    using Items = std::vector<LRCItem*>;
     static constexpr std::uint64_t UTF8Encoding = 4;
     // indexOfItem() of an item that is not in the document.
     static constexpr std::int64_t NotFound = std::numeric_limits<std::int64_t>::max();
@@ -51,7 +54,8 @@ public:
     const QString& contents() const { return m_contents; }
     void setContents(const QString& contents) { m_contents = contents; }
     const Items& lrcArray() const { return m_lrcArray; }
-    void setLrcArray(Items items);
+    // Takes the items over, in the order given; absent ones are skipped.
+    void setLrcArray(std::vector<std::unique_ptr<LRCItem>> items);
     double offsetTime() const { return m_offsetTime; }
     const QString& offsetItem() const { return m_offsetItem; }
     int lines() const { return static_cast<int>(m_lrcArray.size()); }
@@ -75,6 +79,7 @@ private:
     std::uint64_t m_fileEncoding = UTF8Encoding;
     QString m_contents;
     Items m_lrcArray;
+    LRCItemArena m_items; // owns what m_lrcArray points to
     bool m_isParsed = false;
     double m_offsetTime = 0.0;
     QString m_offsetItem;
