@@ -7,6 +7,8 @@
 #include "support/TempHome.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QElapsedTimer>
 #include <QSettings>
 
@@ -176,6 +178,22 @@ TEST_F(Mpris, PositionFollowsSeekedAndRate)
     waitFor([] { return false; }, 1000);
     const double elapsed = double(clock.elapsed()) / 1000.0;
     EXPECT_NEAR(s->location(), 30.15 + 2 * elapsed, 0.5);
+
+    // The player's own methods, as any MPRIS client calls them.
+    const auto call = [](const QString& method, const QVariantList& args) {
+        QDBusMessage m = QDBusMessage::createMethodCall("org.mpris.MediaPlayer2.alpha",
+                                                        "/org/mpris/MediaPlayer2",
+                                                        "org.mpris.MediaPlayer2.Player", method);
+        m.setArguments(args);
+        return QDBusConnection::sessionBus().call(m).type() == QDBusMessage::ReplyMessage;
+    };
+    ASSERT_TRUE(call("Pause", {}));
+    ASSERT_TRUE(p->waitEvent("pause"));
+    ASSERT_TRUE(call("SetPosition", {QVariant::fromValue(QDBusObjectPath(s->song().trackId)),
+                                     qlonglong(10'000'000)}));
+    ASSERT_TRUE(waitFor([&] { return std::abs(s->location() - 10.15f) < 0.01f; })) << s->location();
+    ASSERT_TRUE(call("Seek", {qlonglong(-4'000'000)}));
+    ASSERT_TRUE(waitFor([&] { return std::abs(s->location() - 6.15f) < 0.01f; })) << s->location();
 }
 
 struct FaultCase {
