@@ -107,6 +107,9 @@ void MprisPlayerTracker::applyPlayer(const QVariantMap& p)
         if (song.isOtherSongThan(m_song)) {
             m_position.restart(now);
             notify = reread = true;
+        } else if (song.album != m_song.album ||
+                   song.lengthMicroseconds != m_song.lengthMicroseconds) {
+            notify = true; // the same song, better described
         }
         m_song = song;
     }
@@ -165,9 +168,11 @@ void MprisPlayerTracker::readPosition()
     }
     m_positionInFlight = true;
     m_positionWanted = false;
+    // All of the Player's properties, not only Position: a player that fails to signal a
+    // change of status or song is caught up with as well.
     QDBusMessage call = QDBusMessage::createMethodCall(m_busName, QLatin1String(mpris::kObjectPath),
-                                                       kProperties, QStringLiteral("Get"));
-    call << QLatin1String(mpris::kPlayerInterface) << QStringLiteral("Position");
+                                                       kProperties, QStringLiteral("GetAll"));
+    call << QLatin1String(mpris::kPlayerInterface);
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, kCallTimeoutMs), this);
     const quint64 epoch = m_epoch;
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
@@ -179,9 +184,12 @@ void MprisPlayerTracker::onPosition(QDBusPendingCallWatcher* watcher, quint64 ep
     watcher->deleteLater();
     m_positionInFlight = false;
     const QDBusMessage reply = watcher->reply();
-    if (epoch == m_epoch && reply.type() == QDBusMessage::ReplyMessage &&
-        !reply.arguments().isEmpty()) {
-        if (const auto us = mpris::microseconds(reply.arguments().constFirst()))
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+        QVariantMap properties = mpris::dictionary(reply.arguments().constFirst());
+        const QVariant position = properties.take(QStringLiteral("Position"));
+        applyPlayer(properties); // a change found here makes this read stale
+        const auto us = mpris::microseconds(position);
+        if (us && epoch == m_epoch)
             m_position.read(*us, platform::now());
     }
     if (m_positionWanted || epoch != m_epoch)

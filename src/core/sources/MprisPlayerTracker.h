@@ -14,8 +14,8 @@ class QDBusPendingCallWatcher;
 // One MPRIS player on the session bus, as last heard: its Identity, PlaybackStatus, song,
 // rate and an interpolated position. Nothing here waits on the player: every call is
 // asynchronous with a time-out, and what does not arrive, or arrives in the wrong shape,
-// reads as absent. Property changes and Seeked signals are followed; the position is re-read
-// every two seconds and on every status or song change.
+// reads as absent. Property changes and Seeked signals are followed; the Player's properties
+// (the position among them) are re-read every two seconds and on every status or song change.
 class MprisPlayerTracker : public QObject {
     Q_OBJECT
 public:

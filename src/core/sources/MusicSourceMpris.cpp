@@ -146,19 +146,18 @@ void MusicSourceMpris::reevaluate()
     if (running != m_running)
         _appLifeChanged(running);
 
+    // The record follows every change (an album or length filled in later is no new song);
+    // the callback only a new song.
     const MprisSong song = this->song();
     const bool hasSong = !song.isEmpty();
-    if (hasSong == m_hasSong && !song.isOtherSongThan(m_reportedSong)) {
-        m_reportedSong = song; // album or length may have been filled in
-        return;
-    }
+    const bool changed = hasSong != m_hasSong || song.isOtherSongThan(m_reportedSong);
     m_hasSong = hasSong;
     m_reportedSong = song;
     m_track->setTitle(song.title);
     m_track->setArtist(song.artist);
     m_track->setAlbum(song.album);
     m_track->setLength(qint64(song.lengthSeconds()));
-    if (m_running)
+    if (changed && m_running)
         m_callbacks.sendSongChanged();
 }
 

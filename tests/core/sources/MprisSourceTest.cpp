@@ -147,6 +147,7 @@ TEST_F(Mpris, SongChangesAreTrackIdTitleArtistOrUrl)
     EXPECT_EQ(first, 1);
 
     run(*p, "mpris-meta album Another Album");
+    ASSERT_TRUE(waitFor([&] { return s->track()->album() == "Another Album"; }));
     int expected = first;
     for (const char* change :
          {"mpris-meta title Other", "mpris-meta artist Someone", "mpris-meta url file:///x.ogg",
