@@ -8,7 +8,7 @@ const Song* Playback::current() const
 double Playback::position() const
 {
     if (m_state == Playing && m_clock.isValid())
-        return m_base + double(m_clock.elapsed()) / 1000.0;
+        return m_base + double(m_clock.elapsed()) / 1000.0 * m_rate;
     return m_state == Stopped ? 0.0 : m_base;
 }
 
@@ -58,6 +58,15 @@ void Playback::seek(double seconds)
 {
     m_base = std::max(0.0, seconds);
     m_clock.start();
+}
+
+void Playback::setRate(double rate)
+{
+    if (rate <= 0.0)
+        return;
+    m_base = position();
+    m_clock.start();
+    m_rate = rate;
 }
 
 bool Playback::advanceIfFinished()

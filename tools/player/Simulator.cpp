@@ -38,8 +38,12 @@ Simulator::Simulator(SimulatorOptions options, QList<Song> playlist)
 {
     qDBusRegisterMetaType<QByteArrayList>();
     m_playback.playlist = std::move(playlist);
-    for (const QString& kind : m_options.players)
-        m_players.push_back(Player{kind, busNameOf(kind), nullptr, {}, false});
+    for (const QString& kind : m_options.players) {
+        const QString bus = kind == QLatin1String("mpris")
+                                ? QStringLiteral("org.mpris.MediaPlayer2.") + m_options.mprisName
+                                : busNameOf(kind);
+        m_players.push_back(Player{kind, bus, nullptr, {}, false});
+    }
     m_waitTimer.setSingleShot(true);
     connect(&m_waitTimer, &QTimer::timeout, this, &Simulator::runQueue);
     m_ticker.setInterval(100);
@@ -61,17 +65,21 @@ QString Simulator::commandHelp()
         "  play | pause | stop | next | previous   control playback (all players share it)\n"
         "  seek SECONDS                            move within the current song\n"
         "  launch [PLAYER] | quit [PLAYER]         start or quit one player (default: all)\n"
-        "  add ARTIST | TITLE | ALBUM | SECONDS    append a song to the playlist\n"
+        "  add ARTIST | TITLE | ALBUM | SECONDS [| URL]   append a song to the playlist\n"
         "  lyrics TEXT                             set the current song's iTunes lyrics tag "
         "(\\n for line breaks)\n"
         "  qq-all TEXT | qq-all-reset              make QQMusic's /all answer TEXT, or the "
         "real state again\n"
         "  qq-silent on|off                        QQMusic's service accepts and never answers\n"
         "  post NAME SENDER                        post any notification\n"
+        "  rate R                                  playback rate (MPRIS Rate)\n"
+        "  mpris-meta title|artist|album|url|trackid VALUE   change the current song's MPRIS "
+        "metadata\n"
+        "  mpris-fault silent|millis|stuck|no-rate|wrong-types|huge on|off   MPRIS faults\n"
         "  status                                  print the state\n"
         "  wait SECONDS                            pause the command list (scripts)\n"
         "  exit                                    quit all players and end\n"
-        "PLAYER is itunes, qqmusic or jukora. Every command is echoed as a JSON event:\n"
+        "PLAYER is itunes, qqmusic, jukora or mpris. Every command is echoed as a JSON event:\n"
         "  {\"event\", \"players\", \"state\", \"index\", \"artist\", \"title\", \"album\", "
         "\"position\", ...}");
 }
@@ -150,6 +158,7 @@ void Simulator::execute(const QString& line)
             songChanged();
     } else if (command == QLatin1String("seek")) {
         m_playback.seek(rest.toDouble());
+        mprisSeeked();
     } else if (command == QLatin1String("launch")) {
         for (Player* p : players())
             launch(*p);
@@ -162,6 +171,8 @@ void Simulator::execute(const QString& line)
                                         f.value(1).trimmed(),
                                         f.value(2).trimmed(),
                                         f.value(3).trimmed().toDouble(),
+                                        {},
+                                        f.value(4).trimmed(),
                                         {}});
     } else if (command == QLatin1String("lyrics")) {
         if (m_playback.current())
@@ -190,7 +201,7 @@ void Simulator::execute(const QString& line)
         m_queue.clear();
         Q_EMIT finished();
         return;
-    } else if (command != QLatin1String("status")) {
+    } else if (command != QLatin1String("status") && !mprisCommand(command, rest)) {
         emitEvent(QStringLiteral("error"),
                   {{"message", QStringLiteral("unknown command: %1").arg(line)}});
         return;
@@ -230,6 +241,8 @@ void Simulator::launch(Player& player)
                                        exportAll);
             player.objects.push_back(std::move(song));
         }
+    } else if (player.kind == QLatin1String("mpris")) {
+        launchMpris(player);
     } else {
         if (!m_qqService)
             m_qqService = std::make_unique<QQMusicService>(m_playback, m_options.qqmusicPort,
@@ -255,6 +268,8 @@ void Simulator::quit(Player& player, const QString& why)
         m_qqService->stop();
     player.bus->unregisterService(player.busName);
     player.bus->unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    if (player.kind == QLatin1String("mpris"))
+        m_mpris = nullptr;
     QDBusConnection::disconnectFromBus(player.bus->name());
     player.bus.reset();
     player.objects.clear();
@@ -264,6 +279,7 @@ void Simulator::quit(Player& player, const QString& why)
 
 void Simulator::stateChanged()
 {
+    mprisChanged({QStringLiteral("PlaybackStatus"), QStringLiteral("Metadata")});
     const Song* song = m_playback.current();
     if (find(QStringLiteral("itunes")) && find(QStringLiteral("itunes"))->running) {
         QVariantMap info{

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MprisService.h"
 #include "Playback.h"
 #include "QQMusicService.h"
 
@@ -18,6 +19,8 @@ struct SimulatorOptions {
     quint16 qqmusicPort = 18715;
     bool qqmusicNamesVersewick = true;
     bool autoLaunch = true;
+    QString mprisName = QStringLiteral("versewick_player"); // org.mpris.MediaPlayer2.<name>
+    QString mprisIdentity = QStringLiteral("Versewick Player Simulator");
 };
 
 // Impersonates the players strictly through the platform bindings: owns their bus names,
@@ -41,7 +44,7 @@ Q_SIGNALS:
 
 private:
     struct Player {
-        QString kind; // itunes, qqmusic, jukora
+        QString kind; // itunes, qqmusic, jukora, mpris
         QString busName;
         std::unique_ptr<QDBusConnection> bus;
         std::vector<std::unique_ptr<QObject>> objects;
@@ -55,6 +58,11 @@ private:
     void songChanged();
     void stateChanged();
     void tick();
+    // The MPRIS player (SimulatorMpris.cpp).
+    void launchMpris(Player& player);
+    bool mprisCommand(const QString& command, const QString& rest);
+    void mprisChanged(const QStringList& properties);
+    void mprisSeeked();
     Player* find(const QString& kind);
     QJsonObject state() const;
     void emitEvent(const QString& name, QJsonObject extra = {});
@@ -63,6 +71,8 @@ private:
     Playback m_playback;
     std::vector<Player> m_players;
     std::unique_ptr<QQMusicService> m_qqService;
+    MprisFaults m_mprisFaults;
+    MprisService* m_mpris = nullptr; // owned by the MPRIS player's objects while it runs
     QStringList m_queue;
     QTimer m_waitTimer;
     QTimer m_ticker;

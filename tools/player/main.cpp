@@ -19,13 +19,20 @@ namespace {
 
 QList<Song> demoPlaylist()
 {
-    return {
-        Song{QStringLiteral("The Morvane Players"),
-             QStringLiteral("Lanterns on the Quay"),
-             QStringLiteral("Harbour Songs"),
-             75.0,
-             {}},
-        Song{QStringLiteral("Ann"), QStringLiteral("Rain"), QStringLiteral("Weather"), 60.0, {}}};
+    return {Song{QStringLiteral("The Morvane Players"),
+                 QStringLiteral("Lanterns on the Quay"),
+                 QStringLiteral("Harbour Songs"),
+                 75.0,
+                 {},
+                 {},
+                 {}},
+            Song{QStringLiteral("Ann"),
+                 QStringLiteral("Rain"),
+                 QStringLiteral("Weather"),
+                 60.0,
+                 {},
+                 {},
+                 {}}};
 }
 
 std::optional<QList<Song>> readPlaylist(const QString& path, QString* error)
@@ -45,7 +52,8 @@ std::optional<QList<Song>> readPlaylist(const QString& path, QString* error)
     for (const QJsonValue& v : doc.array()) {
         const QJsonObject o = v.toObject();
         songs.append(Song{o["artist"].toString(), o["title"].toString(), o["album"].toString(),
-                          o["duration"].toDouble(180.0), o["lyrics"].toString()});
+                          o["duration"].toDouble(180.0), o["lyrics"].toString(),
+                          o["url"].toString(), o["trackid"].toString()});
     }
     return songs;
 }
@@ -63,11 +71,13 @@ int main(int argc, char** argv)
     parser.addHelpOption();
     const QCommandLineOption as(
         {"as", "players"},
-        "Players to impersonate, comma-separated: itunes, qqmusic, jukora (default itunes).",
+        "Players to impersonate, comma-separated: itunes, qqmusic, jukora, mpris (default "
+        "itunes).",
         "list", "itunes");
     const QCommandLineOption playlist(
         "playlist",
-        "JSON array of {artist, title, album, duration, lyrics} (default: two demo songs).",
+        "JSON array of {artist, title, album, duration, lyrics, url, trackid} (default: two "
+        "demo songs).",
         "file");
     const QCommandLineOption script(
         "script", "Read commands from this file instead of standard input.", "file");
@@ -82,15 +92,22 @@ int main(int argc, char** argv)
         "QQMusic's service does not name Versewick, so Versewick ignores it.");
     const QCommandLineOption stopped("not-running",
                                      "Start with no player launched (use 'launch').");
-    parser.addOptions({as, playlist, script, version, port, noName, stopped});
+    const QCommandLineOption mprisName(
+        "mpris-name", "The MPRIS player's bus name is org.mpris.MediaPlayer2.<name>.", "name",
+        "versewick_player");
+    const QCommandLineOption mprisIdentity("mpris-identity", "The MPRIS player's Identity.", "text",
+                                           "Versewick Player Simulator");
+    parser.addOptions(
+        {as, playlist, script, version, port, noName, stopped, mprisName, mprisIdentity});
     parser.process(app);
 
     SimulatorOptions options;
     options.players = parser.value(as).split(u',', Qt::SkipEmptyParts);
     for (const QString& p : options.players) {
-        if (p != "itunes" && p != "qqmusic" && p != "jukora") {
+        if (p != "itunes" && p != "qqmusic" && p != "jukora" && p != "mpris") {
             std::fprintf(stderr,
-                         "versewick-player: unknown player \"%s\" (itunes, qqmusic, jukora).\n",
+                         "versewick-player: unknown player \"%s\" (itunes, qqmusic, jukora, "
+                         "mpris).\n",
                          qPrintable(p));
             return 2;
         }
@@ -99,6 +116,8 @@ int main(int argc, char** argv)
     options.qqmusicPort = quint16(parser.value(port).toUInt());
     options.qqmusicNamesVersewick = !parser.isSet(noName);
     options.autoLaunch = !parser.isSet(stopped);
+    options.mprisName = parser.value(mprisName);
+    options.mprisIdentity = parser.value(mprisIdentity);
 
     QList<Song> songs = demoPlaylist();
     if (parser.isSet(playlist)) {

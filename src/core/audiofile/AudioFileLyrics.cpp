@@ -1,0 +1,45 @@
+#include "audiofile/AudioFileLyrics.h"
+
+#include "audiofile/AudioTagReader.h"
+#include "audiofile/AudioTagWriter.h"
+#include "audiofile/TagLyricText.h"
+#include "foundation/TextDecoding.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+std::optional<QString> AudioFileLyrics::readLyric(const QString& audioPath)
+{
+    for (const QString& text : AudioTagReader::lyricTexts(audioPath)) {
+        if (auto lrc = taglyrics::lrcFromTagText(text))
+            return lrc;
+    }
+    return std::nullopt;
+}
+
+QString AudioFileLyrics::lrcPathBeside(const QString& audioPath)
+{
+    if (audioPath.isEmpty())
+        return {};
+    const QFileInfo info(audioPath);
+    return info.dir().filePath(info.completeBaseName() + QLatin1String(".lrc"));
+}
+
+std::optional<QString> AudioFileLyrics::readLrcBeside(const QString& audioPath)
+{
+    const QString path = lrcPathBeside(audioPath);
+    if (path.isEmpty())
+        return std::nullopt;
+    QFile file(path);
+    if (file.size() > kMaxLrcBytes || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return foundation::decodeText(file.read(kMaxLrcBytes), foundation::kUTF8Encoding);
+}
+
+bool AudioFileLyrics::writeLyric(const QString& audioPath, const QString& lrcText)
+{
+    if (audioPath.isEmpty() || lrcText.trimmed().isEmpty())
+        return false;
+    return AudioTagWriter::writeLyrics(audioPath, lrcText);
+}

@@ -1,0 +1,117 @@
+#include "audiofile/AudioTagWriter.h"
+
+#include "audiofile/AudioTagReader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <taglib/audioproperties.h>
+#include <taglib/fileref.h>
+#include <taglib/tpropertymap.h>
+#include <taglib/wavpackproperties.h>
+
+#include <cstdio>
+#include <optional>
+#include <tuple>
+#include <unistd.h>
+
+namespace {
+
+TagLib::String toTagString(const QString& s)
+{
+    const QByteArray utf8 = s.toUtf8();
+    return TagLib::String(std::string(utf8.constData(), std::size_t(utf8.size())),
+                          TagLib::String::UTF8);
+}
+
+bool copyInto(QFile& from, QFile& to)
+{
+    char buffer[1 << 16];
+    for (;;) {
+        const qint64 n = from.read(buffer, sizeof buffer);
+        if (n < 0)
+            return false;
+        if (n == 0)
+            return true;
+        if (to.write(buffer, n) != n)
+            return false;
+    }
+}
+
+// What identifies the audio: a copy must still read as the same stream. Null when TagLib
+// finds no audio (a damaged or unknown file is never written).
+std::optional<std::tuple<int, int, int>> audioOf(const QString& path)
+{
+    const QByteArray local = QFile::encodeName(path);
+    TagLib::FileRef ref(local.constData(), true, TagLib::AudioProperties::Accurate);
+    const TagLib::AudioProperties* audio = ref.isNull() ? nullptr : ref.audioProperties();
+    if (!audio || audio->sampleRate() <= 0 || audio->channels() <= 0)
+        return std::nullopt;
+    // TagLib takes any WavPack block header; the stream versions that exist are 0x402-0x410.
+    const auto* wavpack = dynamic_cast<const TagLib::WavPack::Properties*>(audio);
+    if (wavpack && (wavpack->version() < 0x402 || wavpack->version() > 0x410))
+        return std::nullopt;
+    return std::tuple{audio->sampleRate(), audio->channels(), audio->lengthInMilliseconds()};
+}
+
+bool setLyrics(const QString& path, const QString& text)
+{
+    const QByteArray local = QFile::encodeName(path);
+    TagLib::FileRef ref(local.constData(), false);
+    TagLib::File* file = ref.file();
+    if (!file || !file->isValid() || file->readOnly())
+        return false;
+    TagLib::PropertyMap properties = file->properties();
+    properties.replace("LYRICS", TagLib::StringList(toTagString(text)));
+    const TagLib::PropertyMap refused = file->setProperties(properties);
+    if (refused.contains("LYRICS"))
+        return false;
+    return file->save();
+}
+
+} // namespace
+
+bool AudioTagWriter::writeLyrics(const QString& path, const QString& text)
+{
+    // A link is followed: its target is replaced, the link stays. A file without its owner's
+    // write permission counts as read-only also for root, who could write it anyway.
+    const QFileInfo original(QFileInfo(path).canonicalFilePath());
+    if (!original.exists() || !original.isFile() || !original.isWritable() ||
+        !(original.permissions() & QFile::WriteOwner) ||
+        !QFileInfo(original.absolutePath()).isWritable() ||
+        original.size() > AudioTagReader::kMaxFileBytes)
+        return false;
+    const auto audio = audioOf(original.absoluteFilePath());
+    if (!audio)
+        return false;
+    QFile source(original.absoluteFilePath());
+    if (!source.open(QIODevice::ReadOnly))
+        return false;
+
+    // The copy keeps the extension: TagLib chooses the format by it.
+    QTemporaryFile copy(original.dir().filePath(
+        QStringLiteral(".%1.XXXXXX.%2").arg(original.completeBaseName(), original.suffix())));
+    if (!copy.open() || !copyInto(source, copy) || !copy.flush())
+        return false;
+    copy.setPermissions(original.permissions());
+    copy.close();
+
+    if (!setLyrics(copy.fileName(), text) || audioOf(copy.fileName()) != audio)
+        return false;
+    const QStringList back = AudioTagReader::lyricTexts(copy.fileName());
+    if (back.isEmpty() || back.first() != text)
+        return false;
+
+    if (!copy.open())
+        return false;
+    ::fsync(copy.handle());
+    copy.close();
+    const QByteArray from = QFile::encodeName(copy.fileName());
+    const QByteArray to = QFile::encodeName(original.absoluteFilePath());
+    if (std::rename(from.constData(), to.constData()) != 0)
+        return false;
+    copy.setAutoRemove(false); // it is the original now
+    return true;
+}

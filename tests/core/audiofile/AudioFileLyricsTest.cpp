@@ -1,0 +1,145 @@
+#include "AudioFixtures.h"
+
+#include "audiofile/AudioFileLyrics.h"
+#include "lyric/Lyric.h"
+#include "store/LyricTagBlock.h"
+
+#include "support/QtPrinters.h"
+#include "support/TempHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kTimed = QStringLiteral("[ar:Ann]\n[00:01.00]Première ligne\n[00:02.50]雨が降る\n");
+const QString kPlain = QStringLiteral("Just words\nthat someone typed\n");
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QStringList filesIn(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden);
+}
+
+QString blockFor(const QString& lrc)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(lrc);
+    return tagblock::tagTextForLyric(lyric).value_or(QString());
+}
+
+class AudioFiles : public ::testing::TestWithParam<AudioFormat> {
+protected:
+    TempHome home;
+    QString make(const QString& base = QStringLiteral("song"))
+    {
+        const QString path = makeAudioFile(GetParam(), home.path(), base);
+        EXPECT_FALSE(path.isNull()) << "ffmpeg could not make a ." << GetParam().extension;
+        return path;
+    }
+};
+
+TEST_P(AudioFiles, ReadsTimedTextAndTheBlockButNotPlainText)
+{
+    struct {
+        QString tag;
+        std::optional<QString> lyric;
+    } cases[] = {{kTimed, kTimed}, {blockFor(kTimed), kTimed}, {kPlain, std::nullopt}};
+    for (const auto& c : cases) {
+        const QString path = make();
+        ASSERT_FALSE(path.isNull());
+        ASSERT_TRUE(GetParam().tagLyrics(path, c.tag));
+        EXPECT_EQ(AudioFileLyrics::readLyric(path), c.lyric) << c.tag.left(40).toStdString();
+    }
+}
+
+TEST_P(AudioFiles, WritingRoundTripsAndReplaces)
+{
+    const QString path = make();
+    ASSERT_FALSE(path.isNull());
+    EXPECT_FALSE(AudioFileLyrics::readLyric(path));
+    ASSERT_TRUE(AudioFileLyrics::writeLyric(path, kTimed));
+    EXPECT_EQ(AudioFileLyrics::readLyric(path), kTimed);
+    const QString second = QStringLiteral("[00:03.00]Second\n");
+    ASSERT_TRUE(AudioFileLyrics::writeLyric(path, second));
+    EXPECT_EQ(AudioFileLyrics::readLyric(path), second);
+    EXPECT_TRUE(isPlayableAudio(path));
+    EXPECT_EQ(filesIn(home.path()), QStringList{QFileInfo(path).fileName()}) << "no copy is left";
+}
+
+TEST_P(AudioFiles, AReadOnlyFileIsRefusedAndUnchanged)
+{
+    const QString path = make();
+    ASSERT_FALSE(path.isNull());
+    const QByteArray before = bytesOf(path);
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup));
+    EXPECT_FALSE(AudioFileLyrics::writeLyric(path, kTimed));
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(filesIn(home.path()).size(), 1);
+}
+
+TEST_P(AudioFiles, ACorruptFileIsReadAsNothingAndLeftAlone)
+{
+    const QString path = home.filePath(QStringLiteral("broken.") + GetParam().extension);
+    QByteArray noise(64 * 1024, '\0');
+    QRandomGenerator random(7);
+    for (char& c : noise)
+        c = char(random.generate());
+    // Noise behind the format's magic number, so TagLib goes past its first check. (A file
+    // whose headers are whole but whose audio is damaged is written: only its tags change.)
+    const QByteArray real = bytesOf(make());
+    noise.replace(0, 4, real.left(4));
+    home.write(QFileInfo(path).fileName(), noise);
+    EXPECT_FALSE(AudioFileLyrics::readLyric(path));
+    EXPECT_FALSE(AudioFileLyrics::writeLyric(path, kTimed));
+    EXPECT_EQ(bytesOf(path), noise);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, AudioFiles, ::testing::ValuesIn(audioFormats()),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(AudioFileLyrics, SynchronisedLyricsBecomeLrcLines)
+{
+    TempHome home;
+    const QString path = makeAudioFile(audioFormats().first(), home.path(), "synced");
+    ASSERT_FALSE(path.isNull());
+    ASSERT_TRUE(addSyncedLyrics(path, {{1500, "Hello"}, {62039, "\nWorld"}, {3'600'000, "Late"}}));
+    EXPECT_EQ(AudioFileLyrics::readLyric(path),
+              QStringLiteral("[00:01.50]Hello\n[01:02.03]World\n[60:00.00]Late\n"));
+}
+
+TEST(AudioFileLyrics, TheLrcBesideTheAudioFile)
+{
+    TempHome home;
+    EXPECT_EQ(AudioFileLyrics::lrcPathBeside("/music/a/One.Two.flac"), "/music/a/One.Two.lrc");
+    EXPECT_TRUE(AudioFileLyrics::lrcPathBeside(QString()).isNull());
+    const QString audio = home.filePath("song.flac");
+    EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio));
+    home.write("song.lrc", kTimed.toUtf8());
+    EXPECT_EQ(AudioFileLyrics::readLrcBeside(audio), kTimed);
+    home.write("song.lrc", QByteArray("\xff\xfe\x00"
+                                      "bad",
+                                      6));
+    EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio)) << "not UTF-8 text";
+}
+
+TEST(AudioFileLyrics, MissingFilesAndBlankTextAreRefused)
+{
+    TempHome home;
+    EXPECT_FALSE(AudioFileLyrics::readLyric(home.filePath("none.mp3")));
+    EXPECT_FALSE(AudioFileLyrics::writeLyric(home.filePath("none.mp3"), kTimed));
+    const QString path = makeAudioFile(audioFormats().first(), home.path(), "song");
+    ASSERT_FALSE(path.isNull());
+    EXPECT_FALSE(AudioFileLyrics::writeLyric(path, " \n"));
+    EXPECT_FALSE(AudioFileLyrics::readLyric(path));
+}
+
+} // namespace
