@@ -1,0 +1,123 @@
+#include "LrclibAnswer.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+
+namespace lrclib {
+namespace {
+
+QString stringField(const QJsonObject& object, const char* name)
+{
+    const QJsonValue value = object.value(QLatin1String(name));
+    return value.isString() ? value.toString() : QString();
+}
+
+Record recordFrom(const QJsonObject& object)
+{
+    Record record;
+    const QJsonValue id = object.value(QLatin1String("id"));
+    if (id.isDouble() && std::isfinite(id.toDouble()) && std::fabs(id.toDouble()) < 9.0e15)
+        record.id = qint64(id.toDouble());
+    record.trackName = stringField(object, "trackName");
+    record.artistName = stringField(object, "artistName");
+    record.albumName = stringField(object, "albumName");
+    const QJsonValue duration = object.value(QLatin1String("duration"));
+    if (duration.isDouble() && std::isfinite(duration.toDouble()) && duration.toDouble() > 0)
+        record.duration = duration.toDouble();
+    record.instrumental = object.value(QLatin1String("instrumental")).toBool();
+    record.plainLyrics = stringField(object, "plainLyrics");
+    record.syncedLyrics = stringField(object, "syncedLyrics");
+    return record;
+}
+
+} // namespace
+
+std::optional<QList<Record>> parseAnswer(const QByteArray& json)
+{
+    if (json.size() > kMaxAnswerBytes)
+        return std::nullopt;
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError)
+        return std::nullopt;
+    QList<Record> records;
+    if (document.isObject()) {
+        records.append(recordFrom(document.object()));
+    } else if (document.isArray()) {
+        for (const QJsonValue& value : document.array()) {
+            if (value.isObject())
+                records.append(recordFrom(value.toObject()));
+        }
+    } else {
+        return std::nullopt;
+    }
+    return records;
+}
+
+QString matchKey(const QString& text)
+{
+    const QString decomposed = text.normalized(QString::NormalizationForm_KD);
+    QString key;
+    key.reserve(decomposed.size());
+    for (const QChar c : decomposed) {
+        const QChar::Category category = c.category();
+        if (category != QChar::Mark_NonSpacing && category != QChar::Mark_SpacingCombining &&
+            category != QChar::Mark_Enclosing)
+            key += c;
+    }
+    // Upper-casing first applies the full mappings ("ß" gives "SS"), which folding alone does not.
+    return key.toUpper().toCaseFolded().trimmed();
+}
+
+QList<Record> rankRecords(const QList<Record>& records, const QString& artist, const QString& title,
+                          double duration)
+{
+    const QString artistKey = matchKey(artist);
+    const QString titleKey = matchKey(title);
+    // Lower rank first: 0 exact and close, 1 exact, 2 close, 3 neither.
+    auto rank = [&](const Record& r) {
+        const bool exact = matchKey(r.artistName) == artistKey && matchKey(r.trackName) == titleKey;
+        const bool close = duration > 0 && std::fabs(r.duration - duration) <= 2.0;
+        return (exact ? 0 : 2) + (close ? 0 : 1);
+    };
+    QList<std::pair<int, Record>> kept;
+    for (const Record& record : records) {
+        if (!record.syncedLyrics.trimmed().isEmpty())
+            kept.append({rank(record), record});
+    }
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    QList<Record> ordered;
+    ordered.reserve(kept.size());
+    for (const auto& entry : kept)
+        ordered.append(entry.second);
+    return ordered;
+}
+
+QVariantMap itemFromRecord(const Record& record)
+{
+    return {{QStringLiteral("artist"), record.artistName},
+            {QStringLiteral("title"), record.trackName},
+            {QStringLiteral("album"), record.albumName},
+            {QStringLiteral("duration"), record.duration},
+            {QStringLiteral("id"), record.id},
+            {QStringLiteral("syncedLyrics"), record.syncedLyrics}};
+}
+
+std::optional<QVariantList> resultItems(const QByteArray& json, const QString& artist,
+                                        const QString& title, double duration)
+{
+    const auto records = parseAnswer(json);
+    if (!records)
+        return std::nullopt;
+    QVariantList items;
+    for (const Record& record : rankRecords(*records, artist, title, duration))
+        items.append(itemFromRecord(record));
+    return items;
+}
+
+} // namespace lrclib
