@@ -87,8 +87,9 @@ void AppDelegate::applicationDidFinishLaunching()
     updateMusicSource();
     // The launch page view is recorded in the log; nothing is sent.
     foundation::systemLog(
-        QStringLiteral("page view %1")
-            .arg(QString::fromLatin1(QUrl::toPercentEncoding(QStringLiteral("/launch"), "/"))));
+        QStringLiteral("page view %1 (tracker %2, not sent)")
+            .arg(QString::fromLatin1(QUrl::toPercentEncoding(QStringLiteral("/launch"), "/")),
+                 QLatin1String(kTrackerAccount)));
 }
 
 void AppDelegate::applicationWillTerminate()

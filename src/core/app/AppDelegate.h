@@ -41,6 +41,7 @@ class AppDelegate : public QObject, public LyricControlDelegate, public iTunesCo
     Q_OBJECT
 public:
     static constexpr int kTickMs = 200;
+    static constexpr char kTrackerAccount[] = "UA-1357913-5";
 
     AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent = nullptr);
     ~AppDelegate() override;

@@ -127,10 +127,17 @@ TEST_F(EndToEnd, AnITunesTagLyricIsCopiedToTheFolderWithoutReplacingAFile)
     player->send("play");
     ASSERT_TRUE(waitLoaded(AppState::TrackTag));
     EXPECT_EQ(stored("Ann--Rain"), "[00:01]kept\n");
+    // The first notification ends its animation: closed and forgotten, so the next song's
+    // notification replaces nothing.
+    app->notificationCanBeRemoved();
+    EXPECT_EQ(ports.entries("notification.close").size(), 1);
     player->send("next");
     ASSERT_TRUE(waitFor([&] { return app->state().title() == "Snow" && app->lrcAvailable(); }));
     EXPECT_EQ(stored("Bo--Snow"), QString::fromUtf8(kStored));
     EXPECT_EQ(ports.notifications, 2); // playing, and the setting is on
+    EXPECT_TRUE(ports.entries("notification.disappear").isEmpty());
+    EXPECT_EQ(ports.entries("notification.show"),
+              (QStringList{"notification.show Rain / Ann", "notification.show Snow / Bo"}));
 }
 
 TEST_F(EndToEnd, APluginLyricReplacesTheFileIsTaggedAndIsShared)
@@ -177,6 +184,11 @@ TEST_F(EndToEnd, NothingFoundSaysTheLyricIsNotAvailable)
     launch();
     EXPECT_TRUE(waitStatus("lyric is not available"));
     EXPECT_FALSE(app->lrcAvailable());
+    // The panel title follows the song; the displays are not driven without a lyric.
+    timers.fire(2);
+    EXPECT_EQ(ports.panelTitle, "Rain-Ann");
+    EXPECT_EQ(ports.viewTime, -1);
+    EXPECT_EQ(app->state().lineIndex(), -1);
 }
 
 TEST_F(EndToEnd, AnEmptyArtistLeavesTheSearchAtFetching)
@@ -211,9 +223,11 @@ TEST_F(EndToEnd, QQMusicWinsOverITunesAndItsLyricsAreNeverSaved)
 
 TEST_F(EndToEnd, TheLastPlayerQuittingStopsTheTimer)
 {
+    answerList("[]");
     startPlayer("jukora", {song("Ann", "Rain")});
     launch();
-    ASSERT_TRUE(waitFor([&] { return app->musicSource() == 2; }));
+    ASSERT_TRUE(waitStatus("lyric is not available")); // the search is over
+    EXPECT_EQ(app->musicSource(), 2);
     EXPECT_EQ(timers.live(), 1);
     player->send("quit");
     ASSERT_TRUE(waitFor([&] { return app->musicSource() == 0; }));
@@ -224,16 +238,39 @@ TEST_F(EndToEnd, TheLastPlayerQuittingStopsTheTimer)
     EXPECT_LE(timers.created(), 4); // one per source choice, never two alive
 }
 
-TEST_F(EndToEnd, APlayerThatIsNotPlayingShowsItsMessage)
+struct NotPlaying {
+    const char* player;
+    const char* title; // of the only song
+    const char* message;
+};
+void PrintTo(const NotPlaying& c, std::ostream* os)
 {
-    startPlayer("jukora", {song("Ann", "")});
+    *os << c.player;
+}
+
+class NotPlayingPlayer : public EndToEnd, public ::testing::WithParamInterface<NotPlaying> {};
+
+// A stopped iTunes has no current track; a fresh QQMusic source knows no song until its
+// first notice; a Jukora song without a title is no song.
+TEST_P(NotPlayingPlayer, ShowsItsMessageOnEveryTick)
+{
+    startPlayer(GetParam().player, {song("Ann", GetParam().title)});
     launch();
-    ASSERT_TRUE(waitFor([&] { return app->musicSource() == 2; }));
+    ASSERT_TRUE(waitFor([&] { return app->musicSource() != 0; }));
     timers.fire();
     EXPECT_EQ(ports.panelTitle, "Versewick");
-    EXPECT_EQ(ports.info, "Jukora is not playing");
+    EXPECT_EQ(ports.info, GetParam().message);
     EXPECT_EQ(ports.viewLyric, nullptr);
+    app->setInfo({});
+    timers.fire();
+    EXPECT_EQ(ports.info, GetParam().message);
 }
+
+INSTANTIATE_TEST_SUITE_P(Players, NotPlayingPlayer,
+                         ::testing::Values(NotPlaying{"itunes", "Rain", "iTunes is not playing"},
+                                           NotPlaying{"qqmusic", "Rain", "QQMusic is not playing"},
+                                           NotPlaying{"jukora", "", "Jukora is not playing"}),
+                         [](const auto& info) { return std::string(info.param.player); });
 
 TEST_F(EndToEnd, ARepeatedITunesNoticeStartsNoSearch)
 {
