@@ -9,6 +9,7 @@
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTcpSocket>
@@ -175,6 +176,45 @@ TEST_F(EndToEnd, APluginLyricReplacesTheFileIsTaggedAndIsShared)
     ASSERT_TRUE(track);
     EXPECT_EQ(tagblock::lrcFromTagText(track->lyrics()).value_or(QString()),
               QString::fromUtf8(kOnline));
+}
+
+TEST_F(EndToEnd, AFolderLyricGoesIntoTheTagButNeverBackToTheFolder)
+{
+    settings->setIsSaveLRCtoDisk(true);
+    settings->setIsSaveLRCtoTrackTags(true);
+    const QString path = writeStored("Ann--Rain", kStored);
+    const QDateTime written = QFileInfo(path).lastModified();
+    startPlayer("itunes", {song("Ann", "Rain", "typed by the user")});
+    launch();
+    play();
+    ASSERT_TRUE(waitLoaded(AppState::Folder));
+    const auto track = itunes->currentTrack();
+    ASSERT_TRUE(track);
+    EXPECT_EQ(tagblock::lrcFromTagText(track->lyrics()).value_or(QString()),
+              QString::fromUtf8(kStored)); // overwritten, whatever the tag held
+    EXPECT_EQ(QFileInfo(path).lastModified(), written);
+}
+
+// The search window fills in the song; its pick replaces the file and the tag, and is not
+// shared.
+TEST_F(EndToEnd, ALyricPickedByHandIsForcedIntoTheFolderAndTheTag)
+{
+    settings->setIsSaveLRCtoDisk(true);
+    settings->setIsSaveLRCtoTrackTags(true);
+    writeStored("Ann--Rain", kStored);
+    startPlayer("itunes", {song("Ann", "Rain")});
+    launch();
+    play();
+    ASSERT_TRUE(waitLoaded(AppState::Folder));
+    app->showSearchWindow();
+    EXPECT_EQ(ports.entries("search.show"), QStringList{"search.show Rain / Ann"});
+    app->setupLRCcontent(QString::fromUtf8(kOnline));
+    EXPECT_EQ(stored("Ann--Rain"), QString::fromUtf8(kOnline));
+    EXPECT_EQ(tagblock::lrcFromTagText(itunes->currentTrack()->lyrics()).value_or(QString()),
+              QString::fromUtf8(kOnline));
+    EXPECT_EQ(app->state().lyricOrigin(), AppState::ByHand);
+    waitFor([] { return false; }, 300);
+    EXPECT_TRUE(sharing.requests().isEmpty());
 }
 
 TEST_F(EndToEnd, NothingFoundSaysTheLyricIsNotAvailable)
