@@ -18,7 +18,17 @@
 #include "sources/MusicSourceQQMusic.h"
 #include "store/LyricControl.h"
 
+#include <QPointer>
 #include <QUrl>
+
+namespace {
+QPointer<AppDelegate> gController;
+}
+
+AppDelegate* AppDelegate::s()
+{
+    return gController;
+}
 
 AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent)
     : QObject(parent)
@@ -29,6 +39,7 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
     , m_plugin(std::make_unique<PluginHost>(*this))
     , m_menu(std::make_unique<MenuState>(*this))
 {
+    gController = this;
 }
 
 AppDelegate::~AppDelegate()

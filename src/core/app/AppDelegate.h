@@ -46,6 +46,9 @@ public:
     AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent = nullptr);
     ~AppDelegate() override;
 
+    // The application's controller: the most recently created one still alive, or null.
+    static AppDelegate* s();
+
     // Life cycle, in the order the application calls them.
     void awakeFromNib();
     void applicationDidFinishLaunching();

@@ -27,6 +27,9 @@ TEST_F(AppStartUp, WithoutPlayerShowsNoSourceAndStopsTheTimer)
     EXPECT_TRUE(app->isLrcWindowVisible());
     EXPECT_TRUE(ports.log.contains("strip.load"));
     EXPECT_FALSE(settings->isHaveLrcPlugin());
+    EXPECT_EQ(AppDelegate::s(), app.get());
+    app.reset();
+    EXPECT_EQ(AppDelegate::s(), nullptr);
 }
 
 TEST_F(AppStartUp, SettingsReachTheStoreOnlyAtNormalExit)
