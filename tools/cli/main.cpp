@@ -2,6 +2,7 @@
 // standard output and one sentence on standard error when it fails.
 
 #include "CliSupport.h"
+#include "FollowCommand.h"
 #include "LrcCommand.h"
 #include "OnlineCommands.h"
 #include "SourcesCommand.h"
@@ -26,7 +27,9 @@ const cli::Help kTopHelp{
                    "            search, download)\n"
                    "  zh        Chinese script conversion (simplified, traditional, mars)\n"
                    "  translate the translation service (url, parse)\n"
-                   "  sources   the music players (watch, status)\n\n"
+                   "  sources   the music players (watch, status)\n"
+                   "  follow    the application without a display: print the lit lines\n"
+                   "  now       the running application's state as JSON\n\n"
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
@@ -52,7 +55,9 @@ int run(const QStringList& args)
                     {"server", cli::runServerCommand},
                     {"zh", cli::runZhCommand},
                     {"translate", cli::runTranslateCommand},
-                    {"sources", cli::runSourcesCommand}};
+                    {"sources", cli::runSourcesCommand},
+                    {"follow", cli::runFollowCommand},
+                    {"now", cli::runNowCommand}};
     for (const auto& c : commands) {
         if (command == QLatin1String(c.name))
             return c.run(args.mid(1));

@@ -1,0 +1,167 @@
+#include "app/AppDBusService.h"
+
+#include "app/AppDelegate.h"
+#include "foundation/SystemLog.h"
+#include "lyric/Lyric.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QTimer>
+
+AppDBusService::AppDBusService(AppDelegate& delegate)
+    : QDBusAbstractAdaptor(&delegate)
+    , m_delegate(delegate)
+{
+    setAutoRelaySignals(false);
+    AppState& state = delegate.state();
+    connect(&state, &AppState::changed, this, &AppDBusService::propertyChanged);
+    connect(&state, &AppState::lineChanged, this, &AppDBusService::LineChanged);
+}
+
+bool AppDBusService::publish(QDBusConnection bus)
+{
+    if (m_published)
+        return true;
+    QDBusConnectionInterface* daemon = bus.interface();
+    if (!bus.isConnected() || !daemon)
+        return false;
+    // Taken, also by this very connection (asking again would answer "already owner").
+    if (daemon->isServiceRegistered(QLatin1String(kServiceName)).value())
+        return false;
+    const auto reply = daemon->registerService(QLatin1String(kServiceName),
+                                               QDBusConnectionInterface::DontQueueService,
+                                               QDBusConnectionInterface::DontAllowReplacement);
+    if (!reply.isValid() || reply.value() != QDBusConnectionInterface::ServiceRegistered)
+        return false;
+    if (!bus.registerObject(QLatin1String(kObjectPath), &m_delegate,
+                            QDBusConnection::ExportAdaptors)) {
+        daemon->unregisterService(QLatin1String(kServiceName));
+        foundation::systemLog(QStringLiteral("could not export %1 on the session bus")
+                                  .arg(QLatin1String(kObjectPath)));
+        return false;
+    }
+    m_bus = bus;
+    m_published = true;
+    return true;
+}
+
+void AppDBusService::unpublish()
+{
+    if (!m_published)
+        return;
+    m_bus.unregisterObject(QLatin1String(kObjectPath));
+    m_bus.unregisterService(QLatin1String(kServiceName));
+    m_published = false;
+}
+
+void AppDBusService::propertyChanged(const QString& name, const QVariant& value)
+{
+    if (!m_published)
+        return;
+    QDBusMessage signal = QDBusMessage::createSignal(
+        QLatin1String(kObjectPath), QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("PropertiesChanged"));
+    signal << QLatin1String(kInterface) << QVariantMap{{name, value}} << QStringList();
+    m_bus.send(signal);
+}
+
+int AppDBusService::sourceKind() const
+{
+    return m_delegate.state().sourceKind();
+}
+QString AppDBusService::sourceName() const
+{
+    return m_delegate.state().sourceName();
+}
+QString AppDBusService::artist() const
+{
+    return m_delegate.state().artist();
+}
+QString AppDBusService::title() const
+{
+    return m_delegate.state().title();
+}
+QString AppDBusService::panelTitle() const
+{
+    return m_delegate.state().panelTitle();
+}
+QString AppDBusService::status() const
+{
+    return m_delegate.state().status();
+}
+bool AppDBusService::lyricLoaded() const
+{
+    return m_delegate.state().lyricLoaded();
+}
+int AppDBusService::lyricOrigin() const
+{
+    return m_delegate.state().lyricOrigin();
+}
+int AppDBusService::lineIndex() const
+{
+    return m_delegate.state().lineIndex();
+}
+QString AppDBusService::line() const
+{
+    return m_delegate.state().line();
+}
+double AppDBusService::position() const
+{
+    return m_delegate.state().position();
+}
+int AppDBusService::mode() const
+{
+    return m_delegate.state().mode();
+}
+bool AppDBusService::lyricWindowVisible() const
+{
+    return m_delegate.state().lyricWindowVisible();
+}
+QString AppDBusService::pluginInfo() const
+{
+    return m_delegate.state().pluginInfo();
+}
+
+QString AppDBusService::Lyric()
+{
+    const ::Lyric* lyric = m_delegate.lyric();
+    return lyric && m_delegate.lrcAvailable() && !lyric->contents().isNull() ? lyric->contents()
+                                                                             : QStringLiteral("");
+}
+
+void AppDBusService::SetLyric(const QString& text)
+{
+    m_delegate.setupLRCcontent(text);
+}
+
+void AppDBusService::ToggleLyricsWindow()
+{
+    m_delegate.toggleLyricsWindow();
+}
+
+void AppDBusService::SetMode(int mode)
+{
+    m_delegate.changeLrcMode(mode == 0 ? StatusMenuPort::Item::ModeStream
+                                       : StatusMenuPort::Item::ModeLine);
+}
+
+void AppDBusService::ShowSearchWindow()
+{
+    m_delegate.showSearchWindow();
+}
+
+void AppDBusService::ShowLyricManager()
+{
+    m_delegate.showLyricManager();
+}
+
+void AppDBusService::ShowPreferences()
+{
+    m_delegate.showPreferencePanel();
+}
+
+void AppDBusService::Quit()
+{
+    // After the reply has gone out.
+    QTimer::singleShot(0, &m_delegate, [d = &m_delegate] { Q_EMIT d->quitRequested(); });
+}

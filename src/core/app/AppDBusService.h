@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
+#include <QString>
+
+class AppDelegate;
+
+// The running application on the session bus: name com.morvane.Versewick, object
+// /com/morvane/Versewick, interface com.morvane.Versewick.Lyrics. Its properties mirror the
+// controller's state; all but Position signal PropertiesChanged. Methods that need a window do
+// nothing where there is none.
+class AppDBusService : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.morvane.Versewick.Lyrics")
+    Q_PROPERTY(int SourceKind READ sourceKind)
+    Q_PROPERTY(QString SourceName READ sourceName)
+    Q_PROPERTY(QString Artist READ artist)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString PanelTitle READ panelTitle)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(bool LyricLoaded READ lyricLoaded)
+    Q_PROPERTY(int LyricOrigin READ lyricOrigin)
+    Q_PROPERTY(int LineIndex READ lineIndex)
+    Q_PROPERTY(QString Line READ line)
+    Q_PROPERTY(double Position READ position)
+    Q_PROPERTY(int Mode READ mode)
+    Q_PROPERTY(bool LyricWindowVisible READ lyricWindowVisible)
+    Q_PROPERTY(QString PluginInfo READ pluginInfo)
+
+public:
+    static constexpr char kServiceName[] = "com.morvane.Versewick";
+    static constexpr char kObjectPath[] = "/com/morvane/Versewick";
+    static constexpr char kInterface[] = "com.morvane.Versewick.Lyrics";
+
+    // Attaches to the controller (its parent); publish() puts it on a bus.
+    explicit AppDBusService(AppDelegate& delegate);
+
+    // Owns the name and exports the object; false (and nothing exported) when the name is
+    // taken or the bus is not there.
+    bool publish(QDBusConnection bus = QDBusConnection::sessionBus());
+    void unpublish();
+
+    int sourceKind() const;
+    QString sourceName() const;
+    QString artist() const;
+    QString title() const;
+    QString panelTitle() const;
+    QString status() const;
+    bool lyricLoaded() const;
+    int lyricOrigin() const;
+    int lineIndex() const;
+    QString line() const;
+    double position() const;
+    int mode() const;
+    bool lyricWindowVisible() const;
+    QString pluginInfo() const;
+
+public Q_SLOTS:
+    QString Lyric();
+    void SetLyric(const QString& text);
+    void ToggleLyricsWindow();
+    void SetMode(int mode);
+    void ShowSearchWindow();
+    void ShowLyricManager();
+    void ShowPreferences();
+    void Quit();
+
+Q_SIGNALS:
+    void LineChanged(int index, const QString& text, double position);
+
+private:
+    void propertyChanged(const QString& name, const QVariant& value);
+
+    AppDelegate& m_delegate;
+    QDBusConnection m_bus{QString()};
+    bool m_published = false;
+};

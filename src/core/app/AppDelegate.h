@@ -1,0 +1,178 @@
+#pragma once
+
+#include "app/AppEnvironment.h"
+#include "app/AppPorts.h"
+#include "app/AppState.h"
+#include "app/StatusMenuPort.h"
+#include "sources/iTunesControl.h"
+#include "store/LyricControlDelegate.h"
+
+#include <QObject>
+#include <QVariantList>
+
+#include <memory>
+#include <optional>
+
+class FollowedSource;
+class JukoraControl;
+class LrcSaver;
+class LyricAcquisition;
+class LyricControl;
+class LyricManagerPort;
+class Lyric;
+class MenuState;
+class MusicSourceQQMusic;
+class NotificationPort;
+class PLHttpClient;
+class PluginHost;
+class PreferencesPort;
+class SearchWindowPort;
+class SourceLoop;
+class TrackItem;
+struct PLHttpError;
+
+// The application controller: owns the sources, the lyric being shown, the lyric store and
+// the windows, and drives the displays from one repeating timer. Its operations keep their
+// names; the work is done by four collaborators (SourceLoop: source choice and the update
+// tick; LyricAcquisition: finding, installing, saving and sharing lyrics; PluginHost: the
+// lyric plug-in; MenuState: the status menu, the modes and the windows). Everything on screen
+// is reached through the ports, so it runs headless.
+class AppDelegate : public QObject, public LyricControlDelegate, public iTunesControlDelegate {
+    Q_OBJECT
+public:
+    static constexpr int kTickMs = 200;
+    static constexpr char kTrackerAccount[] = "UA-1357913-5";
+
+    AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    // The application's controller: the most recently created one still alive, or null.
+    static AppDelegate* s();
+
+    // Life cycle, in the order the application calls them.
+    void awakeFromNib();
+    void applicationDidFinishLaunching();
+    // Writes the settings out; only a normal exit does.
+    void applicationWillTerminate();
+    // Optional source of the last priority (kind 4); set before launching. Not owned.
+    void setFollowedSource(FollowedSource* source) { m_followed = source; }
+
+    // The update loop.
+    void update();
+    void activeTimer();
+    void deactiveTimer();
+    void updateAppItunes();
+    void updateAppQQMusic();
+    void updateAppJukora();
+    void updateUIinfo() {}
+    void debugTrack() {}
+
+    // Lyric acquisition.
+    void fetchLRC(const itunes::Track& track);
+    void lrcFetched(Lyric& lyric, int source);
+    void forceWriteLyric(Lyric& lyric);
+    void showSearchWindow();
+
+    // Status menu and display modes.
+    void toggleLyricsWindow();
+    void showMainWindow();
+    void hideMainWindow();
+    void changeLrcMode(StatusMenuPort::Item sender);
+    void changeLrcModeTo(int mode);
+    void showPreferencePanel();
+    void showAbout();
+    void showLyricManager();
+    LyricManagerPort* lyricManagerWC();
+    void notificationCanBeRemoved();
+    void setInfo(const QString& info);
+    void reloadLyricView();
+
+    // Plug-ins.
+    QStringList allBundles() const;
+    std::unique_ptr<QObject> loadLyricPlugin();
+    bool isLyricPluginLoaded() const { return hcLRCfetcher != nullptr; }
+
+    // Sources' delegate callbacks.
+    void iTunesCB_AppLifeCycleChanged(bool alive) override;
+    void iTunesCB_TrackDidChange(const std::optional<itunes::Track>& track) override;
+
+    // The lyric store's delegate.
+    void controlLrcFetched(LyricControl& control, std::unique_ptr<Lyric> lyric,
+                           int source) override;
+    bool respondsToLrcFetchFailed() const override { return true; }
+    void controlLrcFetchFailed(LyricControl& control, const QString* error, int type) override;
+
+    // Read access for the windows, the D-Bus service and tests.
+    int musicSource() const { return m_musicSource; }
+    JukoraControl* djControl() const { return DJControl.get(); }
+    MusicSourceQQMusic* qqmusic() const { return qqmusicControl.get(); }
+    LyricControl* lyricControl() const { return lrcControl.get(); }
+    Lyric* lyric() const { return parser.get(); }
+    bool lrcAvailable() const { return _lrcAvailable; }
+    bool isLrcWindowVisible() const { return _isLrcWindowVisible; }
+    qint64 curDBid() const { return m_curDBid; }
+    bool timerRunning() const { return timer != nullptr; }
+    QObject* lrcFetcher() const { return hcLRCfetcher.get(); }
+    AppState& state() { return m_state; }
+    Settings& settings() const { return m_env.settings; }
+
+public Q_SLOTS:
+    // Target-and-selector callbacks of the sources.
+    void djSongChanged();
+    void djAppStateChanged();
+    void qqmusicSongChanged();
+    void updateMusicSource();
+    void mprisSongChanged();
+    // The search window's pick.
+    void setupLRCcontent(const QString& text);
+
+    // LrcFetcherDelegate: the plug-in's answers.
+    void lyricsListFetched(const QVariantList& items);
+    void lyricsListFetchFailed(const QString& error);
+    void lyricsContentFetched(const QString& lrcText, const QVariant& item);
+    void lyricsContentFetchFailed(const QString& error);
+
+    // The upload's answer is ignored.
+    void httpClientSuccessed(PLHttpClient*, const QByteArray&) {}
+    void httpClientFailed(PLHttpClient*, const PLHttpError&) {}
+
+Q_SIGNALS:
+    // Quit was asked for (the D-Bus service, the shutdown notice).
+    void quitRequested();
+
+private:
+    friend class SourceLoop;
+    friend class LyricAcquisition;
+    friend class PluginHost;
+    friend class MenuState;
+
+    AppEnvironment m_env;
+    AppPorts m_ports;
+    AppState m_state;
+
+    // Fields, as the controller has always named them.
+    int m_musicSource = 0;
+    std::unique_ptr<JukoraControl> DJControl;
+    std::unique_ptr<NotificationPort> _notifyWC;
+    std::unique_ptr<LyricManagerPort> _lyricManagerWC;
+    std::unique_ptr<UpdateTimer> timer;
+    std::optional<itunes::Track> curTrackTunes;
+    qint64 m_curDBid = -1;
+    std::unique_ptr<Lyric> parser;
+    bool shouldUpdateLRC = false;
+    std::unique_ptr<SearchWindowPort> searchWC;
+    bool _lrcAvailable = false;
+    bool _isLrcWindowVisible = false;
+    std::unique_ptr<PreferencesPort> preferenceController;
+    std::unique_ptr<QObject> hcLRCfetcher;
+    iTunesControl* _itunesControl = nullptr;
+    std::unique_ptr<LyricControl> lrcControl;
+    std::unique_ptr<PLHttpClient> hcLrcPoster;
+    std::unique_ptr<MusicSourceQQMusic> qqmusicControl;
+    FollowedSource* m_followed = nullptr;
+
+    std::unique_ptr<SourceLoop> m_loop;
+    std::unique_ptr<LyricAcquisition> m_acquisition;
+    std::unique_ptr<PluginHost> m_plugin;
+    std::unique_ptr<MenuState> m_menu;
+};

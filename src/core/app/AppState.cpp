@@ -1,0 +1,38 @@
+#include "app/AppState.h"
+
+void AppState::setSong(const QString& artist, const QString& title)
+{
+    const QString a = artist.isNull() ? QStringLiteral("") : artist;
+    const QString t = title.isNull() ? QStringLiteral("") : title;
+    if (a == m_artist && t == m_title)
+        return;
+    const bool artistChanged = a != m_artist, titleChanged = t != m_title;
+    m_artist = a;
+    m_title = t;
+    if (artistChanged)
+        Q_EMIT changed(QStringLiteral("Artist"), a);
+    if (titleChanged)
+        Q_EMIT changed(QStringLiteral("Title"), t);
+    Q_EMIT songChanged(m_sourceKind, a, t);
+}
+
+void AppState::setStatus(const QString& v)
+{
+    assign(m_status, v.isNull() ? QStringLiteral("") : v, "Status");
+}
+
+void AppState::setLine(int index, const QString& text, double position)
+{
+    const QString t = text.isNull() ? QStringLiteral("") : text;
+    m_position = position;
+    if (index == m_lineIndex && t == m_line)
+        return;
+    const bool indexChanged = index != m_lineIndex, textChanged = t != m_line;
+    m_lineIndex = index;
+    m_line = t;
+    if (indexChanged)
+        Q_EMIT changed(QStringLiteral("LineIndex"), index);
+    if (textChanged)
+        Q_EMIT changed(QStringLiteral("Line"), t);
+    Q_EMIT lineChanged(index, t, position);
+}

@@ -1,0 +1,175 @@
+#include "app/PluginHost.h"
+
+#include "app/AppDelegate.h"
+#include "app/LrcFetcherProtocol.h"
+#include "app/LyricAcquisition.h"
+#include "app/LyricPluginLoader.h"
+#include "foundation/SystemLog.h"
+#include "lyric/Lyric.h"
+#include "settings/Settings.h"
+
+#include <QPointer>
+#include <QTimer>
+
+#include <exception>
+
+QStringList PluginHost::allBundles() const
+{
+    if (d.m_env.bundles)
+        return d.m_env.bundles();
+    return LyricPluginLoader::allBundles(LyricPluginLoader::searchFolders());
+}
+
+std::unique_ptr<QObject> PluginHost::loadLyricPlugin()
+{
+    const QStringList bundles = allBundles();
+    LyricPluginLoader::Loaded loaded =
+        d.m_env.loader ? d.m_env.loader(bundles) : LyricPluginLoader::loadLyricPlugin(bundles);
+    m_info = loaded.fetcher ? loaded.info : QString();
+    if (loaded.fetcher)
+        d.m_env.settings.setLrcPluginInfo(loaded.info);
+    return std::move(loaded.fetcher);
+}
+
+void PluginHost::install()
+{
+    d.hcLRCfetcher = loadLyricPlugin();
+    if (d.hcLRCfetcher) {
+        call(lrcfetcher::kSetDelegate, [this](QObject* fetcher) {
+            return QMetaObject::invokeMethod(fetcher, "setDelegate",
+                                             Q_ARG(QObject*, static_cast<QObject*>(&d)));
+        });
+    }
+    d.m_env.settings.setIsHaveLrcPlugin(d.hcLRCfetcher != nullptr);
+    d.m_state.setPluginInfo(m_info);
+}
+
+// Calls into the plug-in; a plug-in that lacks the method or throws is reported.
+bool PluginHost::call(const char* method, const std::function<bool(QObject*)>& invoke)
+{
+    QObject* fetcher = d.hcLRCfetcher.get();
+    if (!fetcher)
+        return false;
+    try {
+        if (lrcfetcher::answers(fetcher, method) && invoke(fetcher))
+            return true;
+        foundation::systemLog(
+            QStringLiteral("the lyric plug-in does not answer %1").arg(QLatin1String(method)));
+    } catch (const std::exception& e) {
+        foundation::systemLog(QStringLiteral("the lyric plug-in failed in %1: %2")
+                                  .arg(QLatin1String(method), QString::fromUtf8(e.what())));
+    } catch (...) {
+        foundation::systemLog(
+            QStringLiteral("the lyric plug-in failed in %1").arg(QLatin1String(method)));
+    }
+    return false;
+}
+
+void PluginHost::search(const QString& artist, const QString& song, const QString& album,
+                        double duration)
+{
+    if (!d.hcLRCfetcher) {
+        d.m_acquisition->notAvailable(); // as a failed download would
+        return;
+    }
+    const int serial = ++m_listsAsked;
+    bool sent = false;
+    if (lrcfetcher::answers(d.hcLRCfetcher.get(), lrcfetcher::kListForArtistSongAlbumDuration)) {
+        sent = call(lrcfetcher::kListForArtistSongAlbumDuration, [&](QObject* fetcher) {
+            return QMetaObject::invokeMethod(fetcher, "lyricsListForArtist", Q_ARG(QString, artist),
+                                             Q_ARG(QString, song), Q_ARG(QString, album),
+                                             Q_ARG(double, duration));
+        });
+    } else {
+        sent = call(lrcfetcher::kListForArtistSong, [&](QObject* fetcher) {
+            return QMetaObject::invokeMethod(fetcher, "lyricsListForArtist", Q_ARG(QString, artist),
+                                             Q_ARG(QString, song));
+        });
+    }
+    if (!sent) {
+        ++m_listsAnswered;
+        d.m_acquisition->notAvailable();
+        return;
+    }
+    watch(m_listsAnswered, serial, QStringLiteral("the search for %1 - %2").arg(artist, song));
+}
+
+void PluginHost::download(const QVariant& item)
+{
+    const int serial = ++m_contentsAsked;
+    const bool sent = call(lrcfetcher::kContents, [&](QObject* fetcher) {
+        return QMetaObject::invokeMethod(fetcher, "lyricsContents", Q_ARG(QVariant, item));
+    });
+    if (!sent) {
+        ++m_contentsAnswered;
+        d.m_acquisition->notAvailable();
+        return;
+    }
+    watch(m_contentsAnswered, serial, QStringLiteral("a lyric download"));
+}
+
+// Answers arrive in the order asked; one more than asked is a repeat.
+bool PluginHost::answerExpected(int& asked, int& answered, const char* what)
+{
+    if (answered >= asked) {
+        foundation::systemLog(
+            QStringLiteral("the lyric plug-in answered %1 that was not asked for (a repeated "
+                           "answer?); ignored")
+                .arg(QLatin1String(what)));
+        return false;
+    }
+    ++answered;
+    return true;
+}
+
+void PluginHost::watch(int& answered, int serial, const QString& what)
+{
+    QObject* fetcher = d.hcLRCfetcher.get();
+    QTimer::singleShot(kAnswerLimitMs, fetcher, [&answered, serial, what] {
+        if (answered < serial)
+            foundation::systemLog(QStringLiteral("the lyric plug-in has not answered %1 in %2 s")
+                                      .arg(what)
+                                      .arg(kAnswerLimitMs / 1000));
+    });
+}
+
+bool PluginHost::acceptList(const QVariantList& items)
+{
+    if (!answerExpected(m_listsAsked, m_listsAnswered, "a search"))
+        return false;
+    if (!items.isEmpty() && items.first().typeId() != QMetaType::QVariantMap) {
+        foundation::systemLog(
+            QStringLiteral("the lyric plug-in answered a search result that is not a map (%1); "
+                           "ignored")
+                .arg(QString::fromLatin1(items.first().typeName())));
+        d.m_acquisition->notAvailable();
+        return false;
+    }
+    return true;
+}
+
+bool PluginHost::acceptListFailure()
+{
+    return answerExpected(m_listsAsked, m_listsAnswered, "a search");
+}
+
+bool PluginHost::acceptContent(const QString& text)
+{
+    if (!answerExpected(m_contentsAsked, m_contentsAnswered, "a download"))
+        return false;
+    Lyric check;
+    check.parseLRCcontent(text);
+    if (check.lines() == 0) {
+        foundation::systemLog(QStringLiteral("the lyric plug-in answered a text of %1 characters "
+                                             "without any timed line; ignored")
+                                  .arg(text.size()));
+        d.m_acquisition->notAvailable();
+        return false;
+    }
+    return true;
+}
+
+bool PluginHost::acceptContentFailure()
+{
+    return answerExpected(m_contentsAsked, m_contentsAnswered, "a download");
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+class AppDelegate;
+class LyricManagerPort;
+class NotificationPort;
+class PreferencesPort;
+class SearchWindowPort;
+
+// Creates the application's windows on first use and shows the standard panels. An
+// implementation without windows (a terminal) answers null and does nothing.
+class WindowFactoryPort {
+public:
+    virtual ~WindowFactoryPort() = default;
+    virtual std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate& delegate) = 0;
+    virtual std::unique_ptr<LyricManagerPort> createLyricManager() = 0;
+    virtual std::unique_ptr<PreferencesPort> createPreferences() = 0;
+    virtual std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) = 0;
+    virtual void showAbout() = 0;
+    // Brings the application forward, ignoring other applications.
+    virtual void activateApplication() = 0;
+};

@@ -1,0 +1,147 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/DesktopPort.h"
+#include "app/LyricManagerPort.h"
+#include "app/LyricPanelPort.h"
+#include "app/LyricViewPort.h"
+#include "app/NotificationPort.h"
+#include "app/PreferencesPort.h"
+#include "app/SearchWindowPort.h"
+#include "app/SingleLinePort.h"
+#include "app/StatusMenuPort.h"
+#include "app/UpdateTimer.h"
+#include "app/WindowFactoryPort.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+// Every port at once, writing each call into one log ("panel.title Ann-Rain"), so a test reads
+// what the user would have seen, in order.
+class RecordingPorts : public LyricViewPort,
+                       public SingleLinePort,
+                       public LyricPanelPort,
+                       public StatusMenuPort,
+                       public WindowFactoryPort,
+                       public DesktopPort {
+public:
+    QStringList log;
+    QString info;    // the view's message (null: cleared)
+    QString content; // the strip's text
+    QString panelTitle;
+    QString sourceTitle;
+    QString toggleTitle;
+    bool streamOn = false, lineOn = false;
+    bool panelShown = false, stripShown = false;
+    Lyric* viewLyric = nullptr;
+    float viewTime = -1;
+    int managers = 0, searchWindows = 0, notifications = 0, preferences = 0;
+
+    AppPorts ports() { return {this, this, this, this, this, this}; }
+    // Log entries that start with prefix.
+    QStringList entries(const QString& prefix) const
+    {
+        return log.filter(QRegularExpression(u'^' + QRegularExpression::escape(prefix)));
+    }
+
+    void setParser(Lyric* lyric) override
+    {
+        viewLyric = lyric;
+        add(QStringLiteral("view.parser %1").arg(lyric ? "lyric" : "none"));
+    }
+    void updateTime(float seconds) override { viewTime = seconds; }
+    void setInfo(const QString& text) override
+    {
+        info = text;
+        add(QStringLiteral("view.info ") + (text.isNull() ? QStringLiteral("<none>") : text));
+    }
+    void updateConfigs() override { add(QStringLiteral("view.updateConfigs")); }
+
+    void setContent(const QString& text) override { content = text; }
+    void loadWindow() override { add(QStringLiteral("strip.load")); }
+    void updateFromSettings() override { add(QStringLiteral("strip.updateFromSettings")); }
+    WindowPort* window() override { return &m_strip; }
+
+    void setTitle(const QString& title) override { panelTitle = title; }
+    void orderFrontRegardless() override
+    {
+        panelShown = true;
+        add(QStringLiteral("panel.front"));
+    }
+    void close() override
+    {
+        panelShown = false;
+        add(QStringLiteral("panel.close"));
+    }
+
+    void setSourceTitle(const QString& t) override
+    {
+        sourceTitle = t;
+        add(QStringLiteral("menu.source ") + t);
+    }
+    void setToggleTitle(const QString& t) override
+    {
+        toggleTitle = t;
+        add(QStringLiteral("menu.toggle ") + t);
+    }
+    void setModeStreamOn(bool on) override { streamOn = on; }
+    void setModeLineOn(bool on) override { lineOn = on; }
+
+    std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate&) override;
+    std::unique_ptr<LyricManagerPort> createLyricManager() override;
+    std::unique_ptr<PreferencesPort> createPreferences() override;
+    std::unique_ptr<NotificationPort> createNotification(AppDelegate&) override;
+    void showAbout() override { add(QStringLiteral("about")); }
+    void activateApplication() override { add(QStringLiteral("activate")); }
+
+    void openUrl(const QUrl& url) override
+    {
+        add(QStringLiteral("desktop.open ") + url.toString());
+    }
+    void revealFile(const QString& path) override { add(QStringLiteral("desktop.reveal ") + path); }
+    void openInTextEditor(const QString& path) override
+    {
+        add(QStringLiteral("desktop.edit ") + path);
+    }
+
+    void add(const QString& entry) { log << entry; }
+
+private:
+    class Strip : public WindowPort {
+    public:
+        explicit Strip(RecordingPorts& p)
+            : p(p)
+        {
+        }
+        void orderFrontRegardless() override
+        {
+            p.stripShown = true;
+            p.add(QStringLiteral("strip.front"));
+        }
+        void close() override
+        {
+            p.stripShown = false;
+            p.add(QStringLiteral("strip.close"));
+        }
+        RecordingPorts& p;
+    };
+    Strip m_strip{*this};
+};
+
+// Update timers that tick only when the test says so.
+class ManualTimers {
+public:
+    UpdateTimer::Factory factory();
+    // Ticks every live, started timer once.
+    void fire(int times = 1);
+    int live() const;
+    int created() const { return m_created; }
+
+private:
+    class Timer;
+    QList<Timer*> m_timers;
+    int m_created = 0;
+};
