@@ -4,6 +4,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
+#include <QTimer>
 
 #include <zlib.h>
 
@@ -15,9 +16,12 @@ struct RawHttpServer::Impl {
     mutable QMutex mutex;
     QMap<QByteArray, Handler> routes;
     QList<Request> requests;
+    std::atomic<int> open{0};
 
     void serve(QTcpSocket* socket)
     {
+        ++open;
+        QObject::connect(socket, &QObject::destroyed, [this] { --open; });
         auto buffer = std::make_shared<QByteArray>();
         QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, buffer] {
             buffer->append(socket->readAll());
@@ -88,6 +92,11 @@ void RawHttpServer::route(const QByteArray& path, Handler handler)
     d->routes.insert(path, std::move(handler));
 }
 
+int RawHttpServer::openConnections() const
+{
+    return d->open;
+}
+
 quint16 RawHttpServer::port() const
 {
     return d->port;
@@ -115,6 +124,12 @@ QByteArray reason(int code)
     switch (code) {
     case 200:
         return "OK";
+    case 204:
+        return "No Content";
+    case 300:
+        return "Multiple Choices";
+    case 304:
+        return "Not Modified";
     case 301:
         return "Moved Permanently";
     case 302:
@@ -184,24 +199,49 @@ RawHttpServer::Handler RawHttpServer::silent()
     return [](const Request&, QTcpSocket&) {};
 }
 
-RawHttpServer::Handler RawHttpServer::huge(qint64 bytes)
+RawHttpServer::Handler RawHttpServer::huge(qint64 bytes, bool announced,
+                                           std::shared_ptr<std::atomic<qint64>> sent)
 {
     return [=](const Request&, QTcpSocket& socket) {
-        socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(bytes) +
-                     "\r\nConnection: close\r\n\r\n");
+        socket.write(
+            "HTTP/1.1 200 OK\r\n" +
+            (announced ? "Content-Length: " + QByteArray::number(bytes) + "\r\n" : QByteArray()) +
+            "Connection: close\r\n\r\n");
         auto left = std::make_shared<qint64>(bytes);
-        auto pump = [&socket, left] {
+        auto pump = [&socket, left, sent] {
             const QByteArray block(64 * 1024, 'x');
-            while (*left > 0 && socket.bytesToWrite() < 1024 * 1024) {
+            while (*left > 0 && socket.state() == QAbstractSocket::ConnectedState &&
+                   socket.bytesToWrite() < 1024 * 1024) {
                 const qint64 n = std::min<qint64>(*left, block.size());
                 socket.write(block.constData(), n);
                 *left -= n;
+                if (sent)
+                    *sent += n;
             }
             if (*left == 0)
                 socket.disconnectFromHost();
         };
         QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, pump);
         pump();
+    };
+}
+
+RawHttpServer::Handler RawHttpServer::trickle(const QByteArray& body, int intervalMs)
+{
+    return [=](const Request&, QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) +
+                     "\r\nConnection: close\r\n\r\n");
+        auto timer = new QTimer(&socket);
+        auto next = std::make_shared<qsizetype>(0);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket, timer, next, body] {
+            if (*next >= body.size()) {
+                timer->stop();
+                socket.disconnectFromHost();
+                return;
+            }
+            socket.write(body.mid((*next)++, 1));
+        });
+        timer->start(intervalMs);
     };
 }
 

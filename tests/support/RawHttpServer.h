@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QString>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -31,6 +32,7 @@ public:
     QString host() const; // "127.0.0.1:<port>"
     QString url(const QString& pathAndQuery) const;
     QList<Request> requests() const;
+    int openConnections() const; // accepted and not yet closed by either side
 
     // Ready-made answers.
     static Handler status(int code, const QByteArray& body = {},
@@ -38,8 +40,13 @@ public:
     static Handler chunked(const QList<QByteArray>& chunks);
     static Handler gzipped(const QByteArray& body); // gzip when the client accepts it
     static Handler redirect(const QByteArray& location);
-    static Handler silent();           // accepts and never answers
-    static Handler huge(qint64 bytes); // a 200 body of this many bytes
+    static Handler silent(); // accepts and never answers
+    // A 200 body of this many bytes, with or without a Content-Length; sent (when given)
+    // counts the body bytes handed to the socket.
+    static Handler huge(qint64 bytes, bool announced = true,
+                        std::shared_ptr<std::atomic<qint64>> sent = {});
+    // A 200 answer whose body comes one byte every intervalMs.
+    static Handler trickle(const QByteArray& body, int intervalMs);
 
 private:
     struct Impl;

@@ -2,6 +2,8 @@
 
 #include "CliSupport.h"
 
+#include "foundation/TextDecoding.h"
+#include "http/BlockingGet.h"
 #include "http/PLHttpClient.h"
 #include "online/QQFetchHelper.h"
 #include "settings/ServiceAddresses.h"
@@ -84,15 +86,33 @@ int parse(QStringList args)
     return Ok;
 }
 
+// The server's answer, or exit 1 with the reason. Bounded like any blocking request: 60 s for
+// the whole request, 4 MiB for the body.
+QByteArray askServer(const QUrl& url)
+{
+    const http::BlockingAnswer answer = http::blockingFetch(url);
+    switch (answer.failure) {
+    case http::BlockingFailure::None:
+        break;
+    case http::BlockingFailure::TimedOut:
+        inputError(QStringLiteral("The lyric server at %1 did not answer within %2 s.")
+                       .arg(serverHost())
+                       .arg(http::kBlockingDefaultTimeoutMs / 1000));
+    case http::BlockingFailure::TooLarge:
+        inputError(QStringLiteral("The lyric server at %1 sent more than %2 MiB.")
+                       .arg(serverHost())
+                       .arg(http::kBlockingDefaultMaxBytes / (1024 * 1024)));
+    default:
+        inputError(QStringLiteral("The lyric server at %1 did not answer.").arg(serverHost()));
+    }
+    return answer.body.value_or(QByteArray());
+}
+
 int search(QStringList args)
 {
     if (args.size() != 2)
         usageError(QStringLiteral("server search needs an ARTIST and a TITLE."));
-    const QUrl url = QQFetchHelper::urlForLRCsearching(args[0], args[1], serverHost());
-    const auto body = PLHttpClient::simpleSyncGet(url.toString());
-    if (!body)
-        inputError(QStringLiteral("The lyric server at %1 did not answer.").arg(serverHost()));
-    printItems(*body);
+    printItems(askServer(QQFetchHelper::urlForLRCsearching(args[0], args[1], serverHost())));
     return Ok;
 }
 
@@ -102,7 +122,8 @@ int download(QStringList args)
         usageError(QStringLiteral("server download needs an ID, an ARTIST and a TITLE."));
     const QUrl url =
         QQFetchHelper::urlForLRCfetching(parseId(args[0]), args[1], args[2], serverHost());
-    const QString text = PLHttpClient::syncGet(url);
+    const QString text =
+        foundation::decodeText(askServer(url), PLHttpClient::globalEncoding()).value_or(QString());
     if (text.isNull())
         inputError(QStringLiteral("The lyric server at %1 gave no lyric text.").arg(serverHost()));
     writeRaw(text);
@@ -121,7 +142,8 @@ const Help kServerHelp{
         "answer\n"
         "  search ARTIST TITLE            asks the server; prints the results as parse does\n"
         "  download ID ARTIST TITLE       asks the server; prints the LRC text exactly\n"
-        "Exit 1 when the server cannot be reached.")};
+        "Exit 1 when the server cannot be reached, takes more than 60 s or sends more than\n"
+        "4 MiB.")};
 
 int convert(const QStringList& args, QString (PLTranslatorZh::*to)(const QString&) const,
             const char* name)

@@ -1,20 +1,106 @@
 #include "http/BlockingGet.h"
 
+#include <QDeadlineTimer>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSemaphore>
 #include <QThread>
 #include <QTimer>
 
+#include <atomic>
 #include <memory>
-#include <mutex>
 
 namespace http {
 namespace {
 
+// Qt reads the socket only as fast as the transfer takes the bytes, so an answer past its
+// bound never piles up inside Qt either.
+constexpr qint64 kReadBufferBytes = 64 * 1024;
+
 struct Outcome {
     QSemaphore done;
-    std::optional<QByteArray> body;
+    std::atomic<bool> abandoned{false}; // the caller stopped waiting
+    std::optional<QByteArray> body;     // written before done is released
+    BlockingFailure failure = BlockingFailure::None;
+};
+
+// One transfer on the worker thread: it settles once, with the body or a failure, and then
+// aborts whatever is still running.
+class Transfer : public QObject {
+public:
+    Transfer(QNetworkReply* reply, qint64 maxBytes, std::shared_ptr<Outcome> outcome,
+             const QDeadlineTimer& deadline)
+        : QObject(reply)
+        , m_reply(reply)
+        , m_maxBytes(maxBytes)
+        , m_outcome(std::move(outcome))
+    {
+        reply->setReadBufferSize(kReadBufferBytes);
+        connect(reply, &QNetworkReply::metaDataChanged, this, &Transfer::onMetaData);
+        connect(reply, &QIODevice::readyRead, this, &Transfer::onReadyRead);
+        connect(reply, &QNetworkReply::finished, this, &Transfer::onFinished);
+        m_timer.setSingleShot(true);
+        connect(&m_timer, &QTimer::timeout, this, [this] { settle(BlockingFailure::TimedOut); });
+        m_timer.start(std::chrono::milliseconds(deadline.remainingTime()));
+    }
+
+private:
+    void onMetaData()
+    {
+        const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
+        if (length.isValid() && length.toLongLong() > m_maxBytes)
+            settle(BlockingFailure::TooLarge);
+    }
+
+    void onReadyRead()
+    {
+        if (m_settled)
+            return;
+        m_body += m_reply->read(m_maxBytes + 1 - m_body.size());
+        if (m_body.size() > m_maxBytes)
+            settle(BlockingFailure::TooLarge);
+    }
+
+    void onFinished()
+    {
+        onReadyRead();
+        if (m_settled)
+            return;
+        const QNetworkReply::NetworkError error = m_reply->error();
+        const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        // An answer with an HTTP status is an answer, whatever its status, except a redirect
+        // the transport could not follow.
+        const bool answered =
+            status > 0 && error > QNetworkReply::UnknownProxyError && status / 100 != 3;
+        if (error == QNetworkReply::NoError || answered)
+            settle(BlockingFailure::None);
+        else
+            settle(error == QNetworkReply::TimeoutError ? BlockingFailure::TimedOut
+                                                        : BlockingFailure::Transport);
+    }
+
+    void settle(BlockingFailure failure)
+    {
+        if (m_settled)
+            return;
+        m_settled = true;
+        m_timer.stop();
+        if (failure == BlockingFailure::None)
+            m_outcome->body = std::move(m_body);
+        m_outcome->failure = failure;
+        m_body = QByteArray();
+        if (m_reply->isRunning())
+            m_reply->abort(); // finished() comes again, and is ignored
+        m_reply->deleteLater();
+        m_outcome->done.release();
+    }
+
+    QNetworkReply* m_reply; // owns this
+    qint64 m_maxBytes;
+    std::shared_ptr<Outcome> m_outcome;
+    QTimer m_timer;
+    QByteArray m_body;
+    bool m_settled = false;
 };
 
 // A thread with its own event loop and network manager, alive until the process ends.
@@ -34,25 +120,15 @@ public:
         m_thread.wait();
     }
 
-    void get(const QUrl& url, int timeoutMs, std::shared_ptr<Outcome> outcome)
+    void get(const QUrl& url, QDeadlineTimer deadline, qint64 maxBytes,
+             std::shared_ptr<Outcome> outcome)
     {
-        QMetaObject::invokeMethod(m_context, [this, url, timeoutMs, outcome] {
+        QMetaObject::invokeMethod(m_context, [this, url, deadline, maxBytes, outcome] {
+            if (outcome->abandoned)
+                return; // the caller gave up before this thread came to it
             if (!m_manager)
                 m_manager = new QNetworkAccessManager(m_context);
-            QNetworkRequest request(url);
-            request.setTransferTimeout(timeoutMs);
-            QNetworkReply* reply = m_manager->get(request);
-            // Replies are touched on this thread only; finished() comes exactly once, also
-            // after an abort.
-            QObject::connect(reply, &QNetworkReply::finished, reply, [reply, outcome] {
-                const bool answered =
-                    reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() &&
-                    reply->error() > QNetworkReply::UnknownProxyError;
-                if (reply->error() == QNetworkReply::NoError || answered)
-                    outcome->body = reply->readAll();
-                reply->deleteLater();
-                outcome->done.release();
-            });
+            new Transfer(m_manager->get(QNetworkRequest(url)), maxBytes, outcome, deadline);
         });
     }
 
@@ -70,16 +146,27 @@ Worker& worker()
 
 } // namespace
 
-std::optional<QByteArray> blockingGet(const QUrl& url, int timeoutMs)
+BlockingAnswer blockingFetch(const QUrl& url, int timeoutMs, qint64 maxBytes)
 {
-    if (!url.isValid())
-        return std::nullopt;
+    const QString scheme = url.scheme();
+    if (!url.isValid() || (scheme != QLatin1String("http") && scheme != QLatin1String("https")))
+        return {std::nullopt, BlockingFailure::InvalidUrl};
+    const QDeadlineTimer deadline(std::max(timeoutMs, 0));
     auto outcome = std::make_shared<Outcome>();
-    worker().get(url, timeoutMs, outcome);
-    // The worker enforces the limit; the margin only guards against a wedged worker.
-    if (!outcome->done.tryAcquire(1, timeoutMs + 5000))
-        return std::nullopt;
-    return outcome->body;
+    worker().get(url, deadline, std::max<qint64>(maxBytes, 0), outcome);
+    // The worker aborts the transfer at the same deadline; waiting no longer than it also
+    // covers a worker that is late to start.
+    if (!outcome->done.tryAcquire(1, int(deadline.remainingTime()))) {
+        outcome->abandoned = true;
+        if (!outcome->done.tryAcquire(1, 0))
+            return {std::nullopt, BlockingFailure::TimedOut};
+    }
+    return {outcome->body, outcome->failure};
+}
+
+std::optional<QByteArray> blockingGet(const QUrl& url, int timeoutMs, qint64 maxBytes)
+{
+    return blockingFetch(url, timeoutMs, maxBytes).body;
 }
 
 } // namespace http

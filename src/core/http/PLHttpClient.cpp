@@ -202,25 +202,50 @@ void PLHttpClient::start()
     send();
 }
 
+int PLHttpClient::replyStatus() const
+{
+    return m_connection ? m_connection->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt()
+                        : 0;
+}
+
 void PLHttpClient::onMetaData()
 {
-    const QVariant status = m_connection->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    if (!status.isValid())
+    const int status = replyStatus();
+    // A redirect is not the answer: either the transport follows it and the next answer
+    // counts, or it does not and the request fails when it finishes.
+    if (status <= 0 || status / 100 == 3)
         return;
-    // A redirect that the transport is about to follow is not the answer yet.
-    const auto policy = m_connection->request().attribute(QNetworkRequest::RedirectPolicyAttribute);
-    const bool manual = policy.isValid() && policy.toInt() == QNetworkRequest::ManualRedirectPolicy;
-    if (status.toInt() / 100 == 3 && m_connection->hasRawHeader("Location") && !manual)
-        return;
-    m_statusCode = status.toInt();
+    m_statusCode = status;
     m_responseHeaders = m_connection->rawHeaderPairs();
     if (m_isForceHandleStatusCode && m_statusCode != 200) {
-        const int code = m_statusCode;
-        clean();
-        m_statusCode = 0;
-        fail({QLatin1String(kErrorDomain), code,
-              QStringLiteral("http response code %1 failed").arg(code)});
+        failWithStatus(m_statusCode);
+        return;
     }
+    const QVariant length = m_connection->header(QNetworkRequest::ContentLengthHeader);
+    if (bodyIsBounded() && length.isValid() && length.toLongLong() > m_maxResponseBytes)
+        failTooLarge();
+}
+
+bool PLHttpClient::bodyIsBounded() const
+{
+    return m_downloadDestinationPath.isEmpty() && m_maxResponseBytes >= 0;
+}
+
+void PLHttpClient::failWithStatus(int code)
+{
+    clean();
+    m_statusCode = 0;
+    fail({QLatin1String(kErrorDomain), code,
+          QStringLiteral("http response code %1 failed").arg(code)});
+}
+
+void PLHttpClient::failTooLarge()
+{
+    const PLHttpError failure{
+        QLatin1String(kTransportErrorDomain), int(QNetworkReply::UnknownContentError),
+        QStringLiteral("the answer is larger than %1 bytes").arg(m_maxResponseBytes)};
+    clean();
+    fail(failure);
 }
 
 void PLHttpClient::onReadyRead()
@@ -228,9 +253,16 @@ void PLHttpClient::onReadyRead()
     if (!m_connection)
         return;
     const QByteArray chunk = m_connection->readAll();
+    // The body of a redirect is never the answer when the status rule holds; a file being
+    // downloaded to is not touched by it.
+    if (m_isForceHandleStatusCode && replyStatus() / 100 == 3)
+        return;
     if (m_downloadDestinationPath.isEmpty()) {
-        if (m_receivedData)
-            m_receivedData->append(chunk);
+        if (!m_receivedData)
+            return;
+        m_receivedData->append(chunk);
+        if (bodyIsBounded() && m_receivedData->size() > m_maxResponseBytes)
+            failTooLarge();
         return;
     }
     if (!m_fileDownloadStream) {
@@ -248,11 +280,13 @@ void PLHttpClient::onFinished()
     if (!reply)
         return;
     onReadyRead();
+    if (m_connection != reply)
+        return; // the body outgrew its bound and the request has failed
     const QNetworkReply::NetworkError error = reply->error();
+    const int status = replyStatus();
     // An answer with an HTTP status is an answer, whatever Qt thinks of the status; only
-    // transport trouble (refused, timed out, broken) is a failure here.
-    const bool answered = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() &&
-                          error > QNetworkReply::UnknownProxyError;
+    // transport trouble (refused, timed out, broken, a redirect loop) is a failure here.
+    const bool answered = status > 0 && error > QNetworkReply::UnknownProxyError;
     if (error != QNetworkReply::NoError && !answered) {
         const PLHttpError failure{QLatin1String(kTransportErrorDomain), int(error),
                                   reply->errorString()};
@@ -260,6 +294,14 @@ void PLHttpClient::onFinished()
         fail(failure);
         return;
     }
+    // The final answer: a redirect that was not followed (300, 304, or one to a place the
+    // transport does not go, such as a file) fails like any other status but 200.
+    if (m_isForceHandleStatusCode && status != 200) {
+        failWithStatus(status);
+        return;
+    }
+    m_statusCode = status;
+    m_responseHeaders = reply->rawHeaderPairs();
     dropConnection();
     stopBookkeeping();
     callDelegate(m_delegate, m_didFinishSelector, this, m_receivedData.value_or(QByteArray()));

@@ -41,8 +41,9 @@ void writeChunkToStream(PLOutputStream& stream, const QByteArray& chunk);
 // One HTTP request at a time for a delegate. The outcome goes to the delegate's methods named
 // by didFinishSelector (default "httpClientSuccessed(PLHttpClient*,QByteArray)") and
 // didFailSelector (default "httpClientFailed(PLHttpClient*,PLHttpError)"), and only when the
-// delegate has such a method. Any status but 200 is a failure unless isForceHandleStatusCode
-// is off. The delegate is not owned; a delegate that goes away is simply not called.
+// delegate has such a method. Any final status but 200 is a failure unless
+// isForceHandleStatusCode is off; only the redirects the transport follows are passed over. The
+// delegate is not owned; a delegate that goes away is simply not called.
 class PLHttpClient : public QObject {
     Q_OBJECT
 public:
@@ -54,6 +55,8 @@ public:
     static constexpr char kErrorDomain[] = "PLHttpClientErrorDomain";
     static constexpr char kTransportErrorDomain[] = "QNetworkReplyErrorDomain";
     static constexpr int kTimeoutMs = 30000;
+    // The bound of a body kept in memory: room for any answer of the services we talk to.
+    static constexpr qint64 kMaxResponseBytes = 4 * 1024 * 1024;
 
     explicit PLHttpClient(QObject* delegate = nullptr, QNetworkAccessManager* manager = nullptr,
                           QObject* parent = nullptr);
@@ -100,9 +103,14 @@ public:
     void setIsForceHandleStatusCode(bool on) { m_isForceHandleStatusCode = on; }
     QString downloadDestinationPath() const { return m_downloadDestinationPath; }
     void setDownloadDestinationPath(const QString& path) { m_downloadDestinationPath = path; }
-    // 30 s unless changed.
+    // 30 s without any progress unless changed.
     int requestTimeout() const { return m_timeoutMs; }
     void setRequestTimeout(int ms) { m_timeoutMs = ms; }
+    // A body kept in memory that announces or reaches more fails at once (transport domain,
+    // QNetworkReply::UnknownContentError). Negative: no bound. Downloads to a file are not
+    // bounded.
+    qint64 maxResponseBytes() const { return m_maxResponseBytes; }
+    void setMaxResponseBytes(qint64 bytes) { m_maxResponseBytes = bytes; }
     int statusCode() const { return m_statusCode; }
     int requestMethod() const { return m_requestMethod; }
     bool isLoading() const { return m_isLoading; }
@@ -121,6 +129,10 @@ private:
     void onReadyRead();
     void onFinished();
     void fail(const PLHttpError& error);
+    void failWithStatus(int code);
+    void failTooLarge();
+    bool bodyIsBounded() const;
+    int replyStatus() const;
     void stopBookkeeping();
     void dropConnection();
     static TimeStamp now();
@@ -146,4 +158,5 @@ private:
     TimeStamp m_t2;
     QString m_downloadDestinationPath;
     int m_timeoutMs = kTimeoutMs;
+    qint64 m_maxResponseBytes = kMaxResponseBytes;
 };

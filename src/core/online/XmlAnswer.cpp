@@ -3,8 +3,11 @@
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 
+#include <QStringDecoder>
+
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace xmlanswer {
 namespace {
@@ -26,6 +29,58 @@ void initialiseOnce()
     });
 }
 
+// A document type of any kind is refused when the parser meets it, before its internal
+// subset is read: the server never sends one, and entity declarations live only there. The
+// parser decides, so the refusal holds whatever the document's encoding.
+struct Refusal {
+    bool declared = false;
+};
+
+void refuse(void* ctx)
+{
+    auto* parser = static_cast<xmlParserCtxtPtr>(ctx);
+    if (auto* refusal = static_cast<Refusal*>(parser->_private))
+        refusal->declared = true;
+    xmlStopParser(parser);
+}
+
+void refuseSubset(void* ctx, const xmlChar*, const xmlChar*, const xmlChar*)
+{
+    refuse(ctx);
+}
+
+void refuseEntity(void* ctx, const xmlChar*, int, const xmlChar*, const xmlChar*, xmlChar*)
+{
+    refuse(ctx);
+}
+
+// libxml2 misreads UTF-32 other than big-endian without a byte-order mark, so UTF-32 answers
+// (told by their mark or by the zero bytes around the first "<") are given to it as UTF-8.
+// nullopt: not UTF-32; an empty array: UTF-32 that does not decode.
+std::optional<QByteArray> utf32AsUtf8(const QByteArray& xml)
+{
+    if (xml.size() < 4)
+        return std::nullopt;
+    const auto* b = reinterpret_cast<const unsigned char*>(xml.constData());
+    std::optional<QStringConverter::Encoding> encoding;
+    if ((b[0] == 0 && b[1] == 0 && b[2] == 0xFE && b[3] == 0xFF) ||
+        (b[0] == 0 && b[1] == 0 && b[2] == 0 && b[3] == '<'))
+        encoding = QStringConverter::Utf32BE;
+    else if ((b[0] == 0xFF && b[1] == 0xFE && b[2] == 0 && b[3] == 0) ||
+             (b[0] == '<' && b[1] == 0 && b[2] == 0 && b[3] == 0))
+        encoding = QStringConverter::Utf32LE;
+    if (!encoding)
+        return std::nullopt;
+    QStringDecoder decoder(*encoding);
+    const QString text = decoder.decode(xml);
+    if (decoder.hasError())
+        return QByteArray();
+    return text.toUtf8();
+}
+
+struct ParserFree {
+    void operator()(xmlParserCtxt* c) const { xmlFreeParserCtxt(c); }
+};
 struct DocFree {
     void operator()(xmlDoc* doc) const { xmlFreeDoc(doc); }
 };
@@ -47,15 +102,28 @@ QList<Element> select(const QByteArray& xml, const char* xpath, QString* error)
     };
     if (xml.size() > kMaxXmlSize)
         return fail("the answer is too large");
-    // The server never declares entities; a document that does is refused before parsing, so
-    // no expansion can blow up.
-    if (xml.contains("<!ENTITY"))
-        return fail("the answer declares entities");
     initialiseOnce();
-    std::unique_ptr<xmlDoc, DocFree> doc(
-        xmlReadMemory(xml.constData(), int(xml.size()), "answer.xml", nullptr,
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
-    if (!doc)
+    std::unique_ptr<xmlParserCtxt, ParserFree> parser(xmlNewParserCtxt());
+    if (!parser || !parser->sax)
+        return fail("out of memory");
+    Refusal refusal;
+    parser->_private = &refusal;
+    parser->sax->internalSubset = refuseSubset;
+    parser->sax->externalSubset = refuseSubset;
+    parser->sax->entityDecl = refuseEntity;
+    // No XML_PARSE_NOENT, DTDLOAD, DTDATTR or DTDVALID: nothing is substituted or loaded.
+    int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    const std::optional<QByteArray> utf8 = utf32AsUtf8(xml);
+    if (utf8)
+        options |= XML_PARSE_IGNORE_ENC; // the declaration still names UTF-32
+    const QByteArray& text = utf8 ? *utf8 : xml;
+    std::unique_ptr<xmlDoc, DocFree> doc(xmlCtxtReadMemory(parser.get(), text.constData(),
+                                                           int(text.size()), "answer.xml",
+                                                           utf8 ? "UTF-8" : nullptr, options));
+    const bool stopped = parser->errNo == XML_ERR_USER_STOP; // only refuse() stops it
+    if (refusal.declared || stopped || (doc && (doc->intSubset || doc->extSubset)))
+        return fail("the answer declares a document type");
+    if (!doc || !parser->wellFormed)
         return fail("the answer is not well-formed XML");
     std::unique_ptr<xmlXPathContext, ContextFree> context(xmlXPathNewContext(doc.get()));
     if (!context)

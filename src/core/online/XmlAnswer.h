@@ -6,9 +6,9 @@
 #include <QString>
 
 // Elements of an XML answer selected by an XPath, with their attributes. The parser never
-// touches the network, never loads a DTD or an external entity, and refuses documents that
-// declare entities or are larger than kMaxXmlSize: such answers, and malformed or too deeply
-// nested ones, select nothing.
+// touches the network, never loads a DTD or an external entity, and stops at the first
+// document type or entity declaration, in whatever encoding the document comes. Such answers,
+// answers larger than kMaxXmlSize, and malformed or too deeply nested ones select nothing.
 namespace xmlanswer {
 
 inline constexpr qsizetype kMaxXmlSize = 4 * 1024 * 1024;

@@ -62,7 +62,11 @@ void MusicSourceQQMusic::setCallBack(QObject* target, const QByteArray& songChan
 
 QString MusicSourceQQMusic::syncGet(const QString& path) const
 {
-    const auto body = http::blockingGet(m_base.resolved(QUrl(path)), kRequestTimeoutMs);
+    // The service answers a few short fields: 4 KiB is plenty, and the whole request,
+    // however slowly it trickles, is over in 5 s.
+    constexpr qint64 kMaxAnswerBytes = 4 * 1024;
+    const auto body =
+        http::blockingGet(m_base.resolved(QUrl(path)), kRequestTimeoutMs, kMaxAnswerBytes);
     if (!body)
         return {};
     return foundation::decodeText(*body, foundation::kUTF8Encoding).value_or(QString());

@@ -6,6 +6,7 @@
 #include "support/TempHome.h"
 
 #include <QElapsedTimer>
+#include <QStringEncoder>
 #include <QUrlQuery>
 
 #include <gtest/gtest.h>
@@ -49,38 +50,26 @@ TEST_P(RequestCode, MatchesTheServersArithmetic)
 }
 
 // Worked example: v = 40 01 E2 BF, t1 = 692014337, t2 = 41173561. The others were computed
-// independently with the same steps in 64-bit wrapping arithmetic.
-INSTANTIATE_TEST_SUITE_P(Examples, RequestCode,
-                         ::testing::Values(CodeCase{123456, "abc", "xyz", 2742079015687360073LL},
-                                           // id 1, "a": v = 01 FF 00 FE, t1 = t2 = 97
-                                           CodeCase{
-                                               1, "a", "",
-                                               std::int64_t((0x01FF00FEULL | 97) * (97 ^ 1ULL) *
-                                                            ((97 | 1ULL) + (97 ^ 0x01FF00FEULL)))},
-                                           CodeCase{0, "", "", 0}));
-
-TEST(RequestCode, NonAsciiBytesCountAsNegative)
-{
-    // "é" is C3 A9: both bytes are added as -61 and -87.
-    const std::uint64_t b0 = 7, v = (b0 << 24) + (255ULL << 16) + (0 << 8) + (255 - b0);
-    std::uint64_t t1 = 0, t2 = 0;
-    const std::int64_t bytes[] = {-61, -87};
-    for (int k = 1; k >= 0; --k)
-        t1 = (t1 << (4 + k % 2)) + t1 + std::uint64_t(bytes[k]);
-    for (int k = 0; k < 2; ++k)
-        t2 = (t2 << (3 + k % 2)) + t2 + std::uint64_t(bytes[k]);
-    const auto expected = std::int64_t((v | t2) * (t1 ^ 7) * ((t2 | 7) + (t1 ^ v)));
-    EXPECT_EQ(QQFetchHelper::encryptedCodeFromID(7, QString::fromUtf8("\xC3\xA9"), ""), expected);
-}
+// independently with the same steps in 64-bit wrapping arithmetic: id 1 with "a" has
+// v = 01 FF 00 FE and t1 = t2 = 97; "\u00e9" (C3 A9) adds its bytes as -61 and -87; ids below
+// 65536 use the substitutes 255 - b1 and 255 - b0; a negative id keeps its high bits in the
+// product.
+INSTANTIATE_TEST_SUITE_P(
+    Examples, RequestCode,
+    ::testing::Values(CodeCase{123456, "abc", "xyz", 2742079015687360073LL},
+                      CodeCase{1, "a", "", 107666233746235392LL},
+                      CodeCase{7, "\xC3\xA9", "", -212521534938948LL},
+                      CodeCase{99, "Some Artist", "Title", -1282641077751620992LL},
+                      CodeCase{-5, "\xE5\x91\xA8", "\xE6\x99\xB4", 1664431056309460566LL},
+                      CodeCase{0x12345678, "A", "B", 3054295691668604588LL},
+                      CodeCase{0, "", "", 0}));
 
 TEST(DownloadUrl, CarriesIdAndSignedCode)
 {
-    const QUrl url = QQFetchHelper::urlForLRCfetching(123456, "abc", "xyz", kHost);
-    EXPECT_EQ(url.toString(),
+    EXPECT_EQ(QQFetchHelper::urlForLRCfetching(123456, "abc", "xyz", kHost).toString(),
               "http://lrc.example.test/dll/lyricsvr.dll?dl?Id=123456&Code=2742079015687360073");
-    const QString negative =
-        QQFetchHelper::urlForLRCfetching(99, "Some Artist", "Title", kHost).toString();
-    EXPECT_TRUE(negative.contains("Id=99&Code=")) << negative.toStdString();
+    EXPECT_EQ(QQFetchHelper::urlForLRCfetching(99, "Some Artist", "Title", kHost).toString(),
+              "http://lrc.example.test/dll/lyricsvr.dll?dl?Id=99&Code=-1282641077751620992");
 }
 
 TEST(SearchAnswer, EveryLrcElementInDocumentOrder)
@@ -106,14 +95,15 @@ struct HostileCase {
     QByteArray xml;
 };
 
-class HostileAnswers : public ::testing::TestWithParam<HostileCase> {};
+class MalformedAnswers : public ::testing::TestWithParam<HostileCase> {};
 
-TEST_P(HostileAnswers, GiveAnEmptyListQuickly)
+TEST_P(MalformedAnswers, GiveAnEmptyListQuickly)
 {
     QElapsedTimer timer;
     timer.start();
     QString error;
     EXPECT_TRUE(QQFetchHelper::lrcListItemsFromXML(GetParam().xml, kHost, &error).isEmpty());
+    EXPECT_FALSE(error.isEmpty());
     EXPECT_LT(timer.elapsed(), 3000);
 }
 
@@ -124,35 +114,126 @@ QByteArray deep(int levels)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Documents, HostileAnswers,
-    ::testing::Values(
-        HostileCase{"empty", ""}, HostileCase{"garbage", "\x00\xff<<>>"},
-        HostileCase{"unclosed", "<result><lrc id=\"1\""},
-        HostileCase{"laughs", R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY a "aaaaaaaaaa">
-<!ENTITY b "&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;"><!ENTITY c "&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;">
-<!ENTITY d "&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;"><!ENTITY e "&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;">]>
-<r><lrc id="1" artist="&e;&e;&e;&e;&e;&e;&e;&e;"/></r>)"},
-        HostileCase{
-            "externalEntity",
-            R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY x SYSTEM "file:///etc/passwd">]><r><lrc artist="&x;"/></r>)"},
-        HostileCase{"deep", deep(20000)},
-        HostileCase{"huge", "<r>" + QByteArray(5 * 1024 * 1024, ' ') + "<lrc id=\"1\"/></r>"}),
+    Documents, MalformedAnswers,
+    ::testing::Values(HostileCase{"empty", ""}, HostileCase{"garbage", "\x00\xff<<>>"},
+                      HostileCase{"unclosed", "<result><lrc id=\"1\""},
+                      HostileCase{"deep", deep(20000)},
+                      HostileCase{"huge", "<r>" + QByteArray(5 * 1024 * 1024, ' ') +
+                                              "<lrc id=\"1\"/></r>"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(SearchAnswer, NeverFetchesADocumentTypeOrExpandsItsEntities)
+// The same documents in every encoding an XML parser detects by itself.
+struct EncodingCase {
+    const char* name;
+    QStringConverter::Encoding encoding;
+    bool byteOrderMark;
+};
+
+QByteArray encode(const QString& text, const EncodingCase& e)
+{
+    QStringEncoder encoder(e.encoding, e.byteOrderMark ? QStringConverter::Flag::WriteBom
+                                                       : QStringConverter::Flag::Default);
+    return encoder.encode(text);
+}
+
+const auto kEncodings =
+    ::testing::Values(EncodingCase{"utf8", QStringConverter::Utf8, false},
+                      EncodingCase{"utf8bom", QStringConverter::Utf8, true},
+                      EncodingCase{"utf16le", QStringConverter::Utf16LE, false},
+                      EncodingCase{"utf16lebom", QStringConverter::Utf16LE, true},
+                      EncodingCase{"utf16be", QStringConverter::Utf16BE, false},
+                      EncodingCase{"utf16bebom", QStringConverter::Utf16BE, true},
+                      EncodingCase{"utf32le", QStringConverter::Utf32LE, false},
+                      EncodingCase{"utf32lebom", QStringConverter::Utf32LE, true},
+                      EncodingCase{"utf32be", QStringConverter::Utf32BE, false},
+                      EncodingCase{"utf32bebom", QStringConverter::Utf32BE, true});
+
+class Encodings : public ::testing::TestWithParam<EncodingCase> {};
+
+TEST_P(Encodings, AnAnswerReadsTheSameInEach)
+{
+    const QString xml = QStringLiteral("<?xml version=\"1.0\"?><result><lrc id=\"12\" "
+                                       "artist=\"Ann &amp; \u6b4c\" title=\"Rain\"/></result>");
+    QString error;
+    const auto items = QQFetchHelper::lrcListItemsFromXML(encode(xml, GetParam()), kHost, &error);
+    ASSERT_EQ(items.size(), 1) << error.toStdString();
+    EXPECT_EQ(items[0].uid(), 12);
+    EXPECT_EQ(items[0].artist(), QStringLiteral("Ann & \u6b4c"));
+}
+
+// Documents a parser without the refusal would read, each carrying one result.
+QString quadratic()
+{
+    return QStringLiteral("<?xml version=\"1.0\"?><!DOCTYPE r [<!ENTITY big \"%1\">]><r><lrc "
+                          "id=\"1\" artist=\"%2\"/></r>")
+        .arg(QString(10000, u'x'), QStringLiteral("&big;").repeated(12000));
+}
+
+struct DeclarationCase {
+    const char* name;
+    QString xml;
+};
+
+const auto kDeclarations = ::testing::Values(
+    DeclarationCase{"internalEntity",
+                    R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY x "expanded">]>)"
+                    R"(<r><lrc id="1" artist="&x;"/></r>)"},
+    DeclarationCase{"laughs", R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY a "aaaaaaaaaa">)"
+                              R"(<!ENTITY b "&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;">)"
+                              R"(<!ENTITY c "&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;">]>)"
+                              R"(<r><lrc id="1" artist="&c;&c;&c;&c;"/></r>)"},
+    DeclarationCase{"quadratic", quadratic()},
+    DeclarationCase{
+        "externalEntity",
+        R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY x SYSTEM "file:///etc/hostname">]>)"
+        R"(<r><lrc id="1" artist="&x;"/></r>)"},
+    DeclarationCase{"parameterEntity",
+                    R"(<?xml version="1.0"?><!DOCTYPE r [<!ENTITY % p "<!ENTITY x 'y'>"> %p;]>)"
+                    R"(<r><lrc id="1" artist="&x;"/></r>)"},
+    DeclarationCase{"bareDocumentType",
+                    R"(<?xml version="1.0"?><!DOCTYPE r><r><lrc id="1"/></r>)"});
+
+class Declarations : public ::testing::TestWithParam<std::tuple<DeclarationCase, EncodingCase>> {};
+
+TEST_P(Declarations, AreRefusedByTheParserQuickly)
+{
+    const auto& [document, encoding] = GetParam();
+    QElapsedTimer timer;
+    timer.start();
+    QString error;
+    const auto items =
+        QQFetchHelper::lrcListItemsFromXML(encode(document.xml, encoding), kHost, &error);
+    EXPECT_TRUE(items.isEmpty()) << items.first().artist().left(40).toStdString();
+    EXPECT_EQ(error, QStringLiteral("the answer declares a document type"));
+    EXPECT_LT(timer.elapsed(), 3000);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Encodings, kEncodings,
+                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, Declarations, ::testing::Combine(kDeclarations, kEncodings),
+                         [](const auto& info) {
+                             return std::string(std::get<0>(info.param).name) + "_" +
+                                    std::get<1>(info.param).name;
+                         });
+
+class ExternalSubsets : public Encodings {};
+
+TEST_P(ExternalSubsets, AreNeverFetched)
 {
     RawHttpServer server;
     server.route("/x.dtd", RawHttpServer::status(200, "<!ENTITY y \"fetched\">"));
     TempHome home;
     const QString local = home.write("x.dtd", "<!ENTITY y \"read from disk\">");
     for (const QString& system : {server.url("/x.dtd"), QUrl::fromLocalFile(local).toString()}) {
-        const QByteArray xml = "<?xml version=\"1.0\"?><!DOCTYPE r SYSTEM \"" + system.toUtf8() +
-                               "\"><r><lrc id=\"1\" artist=\"&y;\"/></r>";
-        for (const LRCListItem& item : QQFetchHelper::lrcListItemsFromXML(xml, kHost))
-            EXPECT_FALSE(item.artist().contains("fetched") || item.artist().contains("disk"));
+        const QString xml = "<?xml version=\"1.0\"?><!DOCTYPE r SYSTEM \"" + system +
+                            "\"><r><lrc id=\"1\" artist=\"&y;\"/></r>";
+        EXPECT_TRUE(QQFetchHelper::lrcListItemsFromXML(encode(xml, GetParam()), kHost).isEmpty());
     }
     EXPECT_TRUE(server.requests().isEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(All, ExternalSubsets, kEncodings,
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Artwork, QueryCarriesBase64AsIs)
 {

@@ -70,6 +70,20 @@ TEST_F(CliOnline, UnreachableServerIsAnInputError)
     EXPECT_EQ(cli({"server", "download", "1", "a", "b"}).exitCode, 1);
 }
 
+TEST_F(CliOnline, AnAnswerPastItsBoundIsAnInputError)
+{
+    for (const bool announced : {true, false}) {
+        server.route("/dll/lyricsvr.dll", RawHttpServer::huge(256LL * 1024 * 1024, announced));
+        for (const QStringList& args : {QStringList{"server", "search", "a", "b"},
+                                        QStringList{"server", "download", "1", "a", "b"}}) {
+            const CliResult r = cli(args);
+            EXPECT_EQ(r.exitCode, 1);
+            EXPECT_TRUE(r.out.isEmpty());
+            EXPECT_TRUE(r.err.endsWith(" sent more than 4 MiB.\n")) << r.err.toStdString();
+        }
+    }
+}
+
 TEST_F(CliOnline, OfflineCommands)
 {
     EXPECT_EQ(cli({"server", "code", "123456", "abc", "xyz"}).out, "2742079015687360073\n");
