@@ -15,6 +15,7 @@ ContextMenuTableView::ContextMenuTableView(QWidget* parent)
     verticalHeader()->hide();
     // Fixed row heights keep layout cost flat for folders of thousands of lyrics.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setStretchLastSection(true);
 }
 

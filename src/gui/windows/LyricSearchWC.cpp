@@ -39,6 +39,7 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     m_tableView->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_tableView->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tableView->verticalHeader()->hide();
+    m_tableView->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_tableView->horizontalHeader()->setStretchLastSection(true);
     m_tableView->setColumnWidth(0, 260);
     connect(m_tableView, &QTableWidget::cellDoubleClicked, this,

@@ -77,7 +77,8 @@ int main(int argc, char** argv)
         return 0;
 
     manager.searchField()->setText(QStringLiteral("queen"));
-    manager.arrayController()->selectItemFileName(QStringLiteral("Queen--Song number 7.lrc"));
+    manager.setNowPlayingProvider([] { return QStringLiteral("Queen--Song number 7.lrc"); });
+    manager.selectLyricNowPlaying();
     manager.move(40, 40);
     RawHttpServer server;
     server.route("/dll/lyricsvr.dll",
