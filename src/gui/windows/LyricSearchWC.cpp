@@ -1,0 +1,251 @@
+#include "windows/LyricSearchWC.h"
+
+#include "app/LrcFetcherProtocol.h"
+#include "http/BlockingGet.h"
+#include "online/LyricSearchDelegate.h"
+#include "online/QQFetchHelper.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QThread>
+#include <QVBoxLayout>
+
+#include <memory>
+
+LyricSearchWC::LyricSearchWC(QWidget* parent)
+    : QWidget(parent, Qt::Window)
+{
+    setWindowTitle(tr("Search Lyrics"));
+    m_textArtist = new QLineEdit(this);
+    m_textTitle = new QLineEdit(this);
+    m_serviceBox = new QComboBox(this);
+    m_serviceBox->addItem(tr("Lyric server"), LyricServer);
+    m_serviceBox->setVisible(false);
+    m_searchButton = new QPushButton(tr("Search"), this);
+    m_searchButton->setDefault(true);
+    connect(m_searchButton, &QPushButton::clicked, this, &LyricSearchWC::onSearch);
+    connect(m_textTitle, &QLineEdit::returnPressed, this, &LyricSearchWC::onSearch);
+    connect(m_textArtist, &QLineEdit::returnPressed, this, &LyricSearchWC::onSearch);
+
+    m_tableView = new QTableWidget(0, 2, this);
+    m_tableView->setHorizontalHeaderLabels({tr("Title"), tr("Artist")});
+    m_tableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_tableView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_tableView->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tableView->verticalHeader()->hide();
+    m_tableView->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    m_tableView->horizontalHeader()->setStretchLastSection(true);
+    m_tableView->setColumnWidth(0, 260);
+    connect(m_tableView, &QTableWidget::cellDoubleClicked, this,
+            [this](int row, int) { onDoubleClick(row); });
+    m_status = new QLabel(this);
+
+    auto* form = new QFormLayout;
+    form->addRow(tr("Artist:"), m_textArtist);
+    form->addRow(tr("Title:"), m_textTitle);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_serviceBox);
+    buttons->addStretch(1);
+    buttons->addWidget(m_searchButton);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addLayout(buttons);
+    layout->addWidget(m_tableView, 1);
+    layout->addWidget(m_status);
+    resize(520, 420);
+}
+
+LyricSearchWC::~LyricSearchWC() = default;
+
+void LyricSearchWC::setLyricFetcher(QObject* fetcher, const QString& name)
+{
+    m_fetcher = fetcher;
+    while (m_serviceBox->count() > 1)
+        m_serviceBox->removeItem(1);
+    if (fetcher && lrcfetcher::answers(fetcher, lrcfetcher::kListForArtistSong)) {
+        QMetaObject::invokeMethod(fetcher, "setDelegate", Q_ARG(QObject*, this));
+        m_serviceBox->addItem(name.isEmpty() ? tr("Plug-in") : name, Plugin);
+        m_serviceBox->setCurrentIndex(1);
+    }
+    m_serviceBox->setVisible(m_serviceBox->count() > 1);
+}
+
+void LyricSearchWC::setService(Service service)
+{
+    const int index = m_serviceBox->findData(service);
+    if (index >= 0)
+        m_serviceBox->setCurrentIndex(index);
+}
+
+LyricSearchWC::Service LyricSearchWC::service() const
+{
+    return m_fetcher && m_serviceBox->currentData().toInt() == Plugin ? Plugin : LyricServer;
+}
+
+void LyricSearchWC::showWindow()
+{
+    ++m_generation;
+    m_lrcLists.clear();
+    m_pluginItems.clear();
+    setBusy(false, QString());
+    reloadData();
+    show();
+    raise();
+    activateWindow();
+}
+
+void LyricSearchWC::onSearch()
+{
+    if (m_busy)
+        return;
+    m_lrcLists.clear();
+    m_pluginItems.clear();
+    reloadData();
+    setBusy(true, tr("Searching…"));
+    const int generation = ++m_generation;
+    if (service() == Plugin) {
+        QMetaObject::invokeMethod(m_fetcher, "lyricsListForArtist",
+                                  Q_ARG(QString, m_textArtist->text()),
+                                  Q_ARG(QString, m_textTitle->text()));
+        return;
+    }
+    const QUrl url =
+        QQFetchHelper::urlForLRCsearching(m_textArtist->text(), m_textTitle->text(), m_host);
+    fetchOffThread(url, [this, generation](std::optional<QByteArray> answer) {
+        if (generation != m_generation)
+            return;
+        if (!answer) {
+            setBusy(false, tr("The lyric server did not answer. Try again later."));
+            return;
+        }
+        m_lrcLists = QQFetchHelper::lrcListItemsFromXML(*answer, m_host);
+        showResults(tr("No lyrics found."));
+    });
+}
+
+void LyricSearchWC::onDoubleClick(int row)
+{
+    if (m_busy || row < 0 || row >= numberOfRowsInTableView())
+        return;
+    setBusy(true, tr("Downloading…"));
+    const int generation = ++m_generation;
+    if (service() == Plugin && !m_pluginItems.isEmpty()) {
+        QMetaObject::invokeMethod(m_fetcher, "lyricsContents",
+                                  Q_ARG(QVariant, m_pluginItems.at(row)));
+        return;
+    }
+    fetchOffThread(m_lrcLists.at(row).fileURL(),
+                   [this, generation](std::optional<QByteArray> answer) {
+                       if (generation != m_generation)
+                           return;
+                       // A failed download hands on null text, as the receiver expects.
+                       deliver(answer ? QString::fromUtf8(*answer) : QString());
+                   });
+}
+
+int LyricSearchWC::numberOfRowsInTableView() const
+{
+    return int(m_pluginItems.isEmpty() ? m_lrcLists.size() : m_pluginItems.size());
+}
+
+QString LyricSearchWC::objectValue(const QString& columnIdentifier, int row) const
+{
+    Q_ASSERT_X(row >= 0 && row < numberOfRowsInTableView(), "LyricSearchWC::objectValue",
+               "rowIndex >= 0 && rowIndex < [lrcLists count]");
+    if (row < 0 || row >= numberOfRowsInTableView())
+        return {};
+    const bool title = columnIdentifier == QLatin1String("Title");
+    if (!title && columnIdentifier != QLatin1String("Artist"))
+        return QStringLiteral("unexpected");
+    if (!m_pluginItems.isEmpty()) {
+        const QVariantMap item = m_pluginItems.at(row).toMap();
+        return item.value(title ? QStringLiteral("title") : QStringLiteral("artist")).toString();
+    }
+    return title ? m_lrcLists.at(row).title() : m_lrcLists.at(row).artist();
+}
+
+void LyricSearchWC::lyricsListFetched(const QVariantList& items)
+{
+    if (!m_busy)
+        return;
+    m_pluginItems = items;
+    showResults(tr("No lyrics found."));
+}
+
+void LyricSearchWC::lyricsListFetchFailed(const QString& error)
+{
+    if (!m_busy)
+        return;
+    setBusy(false,
+            error.isEmpty() ? tr("The search failed.") : tr("The search failed: %1").arg(error));
+}
+
+void LyricSearchWC::lyricsContentFetched(const QString& lrcText, const QVariant&)
+{
+    if (m_busy)
+        deliver(lrcText);
+}
+
+void LyricSearchWC::lyricsContentFetchFailed(const QString&)
+{
+    if (m_busy)
+        deliver(QString());
+}
+
+void LyricSearchWC::fetchOffThread(const QUrl& url, Done done)
+{
+    // The transfer blocks a thread of its own; its end comes back to this window's thread, and
+    // is dropped with the connection if the window is gone by then.
+    auto answer = std::make_shared<std::optional<QByteArray>>();
+    const int timeout = m_timeoutMs;
+    QThread* worker =
+        QThread::create([url, timeout, answer] { *answer = http::blockingGet(url, timeout); });
+    connect(worker, &QThread::finished, this, [answer, done] { done(*answer); });
+    connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    worker->start();
+}
+
+void LyricSearchWC::setBusy(bool busy, const QString& status)
+{
+    m_busy = busy;
+    m_searchButton->setEnabled(!busy);
+    m_status->setText(status);
+    if (busy)
+        setCursor(Qt::BusyCursor);
+    else
+        unsetCursor();
+}
+
+void LyricSearchWC::reloadData()
+{
+    const int rows = numberOfRowsInTableView();
+    m_tableView->setRowCount(rows);
+    for (int row = 0; row < rows; ++row) {
+        m_tableView->setItem(row, 0,
+                             new QTableWidgetItem(objectValue(QStringLiteral("Title"), row)));
+        m_tableView->setItem(row, 1,
+                             new QTableWidgetItem(objectValue(QStringLiteral("Artist"), row)));
+    }
+}
+
+void LyricSearchWC::showResults(const QString& emptyText)
+{
+    reloadData();
+    const int rows = numberOfRowsInTableView();
+    setBusy(false,
+            rows ? tr("%n result(s). Double-click one to use it.", nullptr, rows) : emptyText);
+}
+
+void LyricSearchWC::deliver(const QString& text)
+{
+    setBusy(false, QString());
+    if (m_delegate)
+        m_delegate->setupLRCcontent(text);
+    close();
+}
