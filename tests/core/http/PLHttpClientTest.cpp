@@ -16,6 +16,15 @@
 
 namespace {
 
+// The user agent is formed once per process, at the first request: the application's name is
+// set before any test runs, so the agent is the same whichever test comes first.
+class ApplicationName : public ::testing::Environment {
+public:
+    void SetUp() override { QCoreApplication::setApplicationName("Versewick"); }
+};
+[[maybe_unused]] const auto* const kApplicationName =
+    ::testing::AddGlobalTestEnvironment(new ApplicationName);
+
 // Records what the client reports; also what it saw at that moment.
 class Recorder : public QObject {
     Q_OBJECT
@@ -118,7 +127,6 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(HttpClient, SendsItsUserAgentAndNoCompressionUnlessAsked)
 {
     server.route("/", RawHttpServer::status(200, "x"));
-    QCoreApplication::setApplicationName("Versewick");
     client.get(QUrl(server.url("/")));
     only();
     const auto request = server.requests().value(0);
