@@ -204,18 +204,20 @@ protected:
             break;
         }
     }
-    // Runs a store operation; fails instead of hanging when it waits on a pipe, and then
-    // opens the pipe's other end so the operation can finish.
+    // Runs store operations; fails instead of hanging when they wait on a pipe, and then
+    // opens the pipe's other end until they finish.
     void withoutWaiting(const std::function<void()>& operation)
     {
         auto done = std::async(std::launch::async, operation);
         if (done.wait_for(std::chrono::seconds(10)) == std::future_status::ready)
             return;
         ADD_FAILURE() << "the store waits on " << entry().toStdString();
-        const int fd = ::open(QFile::encodeName(entry()).constData(), O_WRONLY | O_NONBLOCK);
-        if (fd >= 0)
-            ::close(fd);
-        done.wait();
+        // Each opening of the other end lets one waiting open finish.
+        do {
+            const int fd = ::open(QFile::encodeName(entry()).constData(), O_WRONLY | O_NONBLOCK);
+            if (fd >= 0)
+                ::close(fd);
+        } while (done.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready);
     }
 };
 
