@@ -30,7 +30,9 @@ void printHelp(const Help& help)
 
 bool wantsHelp(const QStringList& args)
 {
-    return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
+    // After "--" every argument is an operand, even "-h".
+    const QStringList options = args.mid(0, args.indexOf(QLatin1String("--")));
+    return options.contains(QLatin1String("--help")) || options.contains(QLatin1String("-h"));
 }
 
 int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCommand> subs,

@@ -33,6 +33,7 @@ struct Help {
     QString description; // what it does and what it prints
 };
 void printHelp(const Help& help);
+// "--help" or "-h" before any "--".
 bool wantsHelp(const QStringList& args);
 
 // A sub-command of a command group ("lrc dump"): its name, help and handler.

@@ -1,6 +1,7 @@
 #include "CliSupport.h"
 #include "StoreCommand.h"
 
+#include "settings/NSFontTransformer.h"
 #include "settings/Settings.h"
 
 #include <QColor>
@@ -24,10 +25,9 @@ QJsonValue jsonSetting(const QVariant& value)
             return QJsonValue::Null;
         return c.alpha() == 255 ? c.name(QColor::HexRgb) : c.name(QColor::HexArgb);
     }
-    case QMetaType::QFont: {
-        const QFont f = value.value<QFont>();
-        return QJsonObject{{"name", f.family()}, {"size", f.pointSizeF()}};
-    }
+    case QMetaType::QFont:
+        // As stored: the face's full name and the size.
+        return QJsonObject::fromVariantMap(NSFontTransformer::transformFont(value).toMap());
     default:
         return QJsonValue::Null;
     }
@@ -39,7 +39,7 @@ int show(QStringList args)
         usageError(QStringLiteral("settings show takes no arguments."));
     Settings& settings = AppSetting();
     JsonObject json;
-    for (const PLSettingProperty& p : PLSettings::properties())
+    for (const PLSettingProperty& p : settings.properties())
         json.add(p.getter, jsonSetting(settings.property(p.getter.toUtf8().constData())));
     PLSettingsStore& store = settings.store();
     json.add(settings.stringForFirstLoadCheck(),
@@ -59,7 +59,8 @@ const Help kSettingsHelp{
                    "defaults; every start counts) and prints every registered setting and the\n"
                    "keys \"PLSettings\", \"kSettingInitDate\" and \"PLSettingInitCount\" as one "
                    "JSON object.\n"
-                   "Fonts print as {\"name\", \"size\"}, colours as \"#rrggbb\" (\"#aarrggbb\" "
+                   "Fonts print as {\"name\", \"size\"} (name: the face's full name), colours as "
+                   "\"#rrggbb\" (\"#aarrggbb\" "
                    "when not opaque).\n"
                    "The settings file is $XDG_CONFIG_HOME/morvane/Versewick.ini.")};
 

@@ -2,12 +2,13 @@
 
 #include "CliSupport.h"
 
+#include "foundation/DataAdditions.h"
 #include "foundation/StringAdditions.h"
 #include "lyric/Lyric.h"
 #include "store/LyricControl.h"
+#include "store/LyricFiles.h"
 #include "store/LyricTagBlock.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace cli {
@@ -26,13 +27,45 @@ const Help kStoreHelp{
         "{\"written\", \"path\"}.\n"
         "                                    Without --overwrite a readable stored "
         "lyric is kept;\n"
-        "                                    blank lyrics are never written.")};
+        "                                    blank lyrics are never written.\n\n"
+        "Only regular files are lyrics. A name that cannot be a file in the folder, or\n"
+        "one taken by something else (a link, a pipe), is refused with exit 1.\n"
+        "Put \"--\" before names that begin with \"-\": store read -- -h Rain")};
 
-QByteArray fileBytes(const QString& path, bool* readable)
+// Options come before "--"; every argument after it is an operand, even "-h" or
+// "--overwrite".
+struct Arguments {
+    QStringList operands;
+    bool overwrite = false;
+};
+
+Arguments parseArguments(const QStringList& args, bool takesOverwrite = false)
 {
-    QFile file(path);
-    *readable = file.open(QIODevice::ReadOnly);
-    return *readable ? file.readAll() : QByteArray();
+    Arguments parsed;
+    bool operandsOnly = false;
+    for (const QString& arg : args) {
+        if (!operandsOnly && arg == QLatin1String("--"))
+            operandsOnly = true;
+        else if (!operandsOnly && takesOverwrite && arg == QLatin1String("--overwrite"))
+            parsed.overwrite = true;
+        else
+            parsed.operands << arg;
+    }
+    return parsed;
+}
+
+// Fails with the reason when no lyric can be stored for the song.
+void requireStorable(const QString& artist, const QString& title)
+{
+    const QString identify = LyricControl().identifyFromArtist(artist, title);
+    const QString why = LyricControl::whyNotStorable(identify);
+    if (!why.isNull())
+        inputError(QStringLiteral("No lyric can be stored for \"%1\" by \"%2\": %3.")
+                       .arg(title, artist, why));
+    if (LyricControl::isTakenByNonLyric(identify))
+        inputError(QStringLiteral("No lyric can be stored for \"%1\" by \"%2\": \"%3.lrc\" in "
+                                  "the lyrics folder is not a regular file; it is left alone.")
+                       .arg(title, artist, identify));
 }
 
 int path(QStringList args)
@@ -63,10 +96,12 @@ int list(QStringList args)
     return Ok;
 }
 
-int read(QStringList args)
+int read(QStringList rawArgs)
 {
+    const QStringList args = parseArguments(rawArgs).operands;
     if (args.size() != 2)
         usageError(QStringLiteral("store read needs an ARTIST and a TITLE."));
+    requireStorable(args[0], args[1]);
     LyricControl control;
     const auto lyric = control.readLrcByIdentify(control.identifyFromArtist(args[0], args[1]));
     if (!lyric)
@@ -76,11 +111,14 @@ int read(QStringList args)
     return Ok;
 }
 
-int write(QStringList args)
+int write(QStringList rawArgs)
 {
-    const bool overwrite = args.removeAll(QStringLiteral("--overwrite")) > 0;
+    const Arguments parsed = parseArguments(rawArgs, true);
+    const QStringList& args = parsed.operands;
+    const bool overwrite = parsed.overwrite;
     if (args.size() != 3)
         usageError(QStringLiteral("store write needs an ARTIST, a TITLE and a FILE."));
+    requireStorable(args[0], args[1]);
     Lyric lyric;
     lyric.parseLRCcontent(readUtf8Text(args[2]));
 
@@ -90,11 +128,10 @@ int write(QStringList args)
     const bool hadLyric =
         control.readLrcByIdentify(control.identifyFromArtist(args[0], args[1])) != nullptr;
     control.writeLrc(lyric, args[0], args[1], overwrite);
-    bool readableAfter = false;
-    const QByteArray after = fileBytes(target, &readableAfter);
+    const auto after = lyricfiles::readRegularFile(target, LyricControl::kMaxLyricFileSize);
     // Written when the file now holds this lyric and the rules let it replace what was there.
-    const bool written = readableAfter && after == lyric.contents().toUtf8() &&
-                         (overwrite || !hadLyric) && foundation::isNonEmpty(lyric.contents());
+    const bool written = after && *after == lyric.contents().toUtf8() && (overwrite || !hadLyric) &&
+                         foundation::isNonEmpty(lyric.contents());
     writeJsonLine(JsonObject()
                       .add(QStringLiteral("written"), written)
                       .add(QStringLiteral("path"), target)
@@ -110,14 +147,22 @@ const Help kTagHelp{
                    "                         nothing would be written: no timed line has text)\n"
                    "  extract [FILE|-]       the LRC text recovered from a tag text (exit 1 "
                    "when there\n"
-                   "                         is no usable block)")};
+                   "                         is no usable block)\n\n"
+                   "A lyric whose text is over 16 MiB is refused: its block could not be read "
+                   "back.")};
 
-int embed(QStringList args)
+int embed(QStringList rawArgs)
 {
+    const QStringList args = parseArguments(rawArgs).operands;
     if (args.size() != 1)
         usageError(QStringLiteral("tag embed needs exactly one FILE."));
     Lyric lyric;
     lyric.parseLRCcontent(readUtf8Text(args[0]));
+    if (lyric.contents().toUtf8().size() > foundation::kMaxInflatedSize)
+        inputError(QStringLiteral("Nothing would be written: the text of %1 is over %2 bytes, "
+                                  "more than a lyrics tag's block can give back.")
+                       .arg(args[0])
+                       .arg(foundation::kMaxInflatedSize));
     const auto text = tagblock::tagTextForLyric(lyric);
     if (!text)
         inputError(QStringLiteral("Nothing would be written: %1 has no timed line with text.")
@@ -126,8 +171,9 @@ int embed(QStringList args)
     return Ok;
 }
 
-int extract(QStringList args)
+int extract(QStringList rawArgs)
 {
+    const QStringList args = parseArguments(rawArgs).operands;
     if (args.size() > 1)
         usageError(QStringLiteral("tag extract takes at most one FILE."));
     const auto text = tagblock::lrcFromTagText(readUtf8Text(args.value(0)));

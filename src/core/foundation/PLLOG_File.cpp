@@ -2,13 +2,45 @@
 
 #include "foundation/PLLOG.h"
 
+#include <QFile>
+
 #include <atomic>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 std::atomic<PLLOG_File*> gDefaultLogger{nullptr};
+
+// Creates a new, empty file and renames it over path, so that a logger still writing to an
+// earlier file at that path keeps its own file instead of writing into the new one. Answers
+// the open descriptor, or -1.
+int createFreshFile(const QString& path)
+{
+    static std::atomic<unsigned> counter{0};
+    const QByteArray target = QFile::encodeName(path);
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const QByteArray temporary =
+            target + ".new-" + QByteArray::number(getpid()) + '-' + QByteArray::number(counter++);
+        const int fd =
+            ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, 0666);
+        if (fd < 0 && errno == EEXIST)
+            continue;
+        if (fd < 0)
+            return -1;
+        if (::rename(temporary.constData(), target.constData()) != 0) {
+            ::unlink(temporary.constData());
+            ::close(fd);
+            return -1;
+        }
+        return fd;
+    }
+    return -1;
 }
+} // namespace
 
 PLLOG_File::~PLLOG_File()
 {
@@ -18,11 +50,15 @@ PLLOG_File::~PLLOG_File()
 
 std::unique_ptr<PLLOG_File> PLLOG_File::fileLog(const QString& path)
 {
-    std::unique_ptr<PLLOG_File> logger(new PLLOG_File);
-    logger->m_file.setFileName(path);
-    // Truncate: every logger starts a fresh file.
-    if (!logger->m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    const int fd = createFreshFile(path);
+    if (fd < 0)
         return nullptr;
+    std::unique_ptr<PLLOG_File> logger(new PLLOG_File);
+    if (!logger->m_file.open(fd, QIODevice::WriteOnly | QIODevice::Append,
+                             QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return nullptr;
+    }
     return logger;
 }
 

@@ -14,7 +14,8 @@ public:
     PLLOG_File(const PLLOG_File&) = delete;
     PLLOG_File& operator=(const PLLOG_File&) = delete;
 
-    // Empties (or creates) the file at path; nullptr when it cannot be opened.
+    // Starts a new, empty file at path (an earlier file there is replaced, not emptied: a
+    // logger still open on it goes on writing to it alone); nullptr when it cannot be made.
     static std::unique_ptr<PLLOG_File> fileLog(const QString& path);
     // Creates a logger and makes it the default one. The caller owns it; the default is a
     // non-owning reference that is cleared when that logger is destroyed.

@@ -2,40 +2,73 @@
 
 #include "settings/KeyedArchive.h"
 
+#include <limits>
+#include <mutex>
 #include <stdexcept>
 
 namespace {
-std::vector<PLSettingProperty>& gPropertiesList()
+// The process-wide registry: the list published last.
+struct Registry {
+    std::mutex mutex;
+    std::shared_ptr<const PLSettingPropertyList> list =
+        std::make_shared<const PLSettingPropertyList>();
+};
+
+Registry& registry()
 {
-    static std::vector<PLSettingProperty> list;
-    return list;
+    static Registry instance;
+    return instance;
+}
+
+void publish(std::shared_ptr<const PLSettingPropertyList> list)
+{
+    const std::lock_guard lock(registry().mutex);
+    registry().list = std::move(list);
+}
+
+void appendProperty(PLSettingProperty property)
+{
+    const std::lock_guard lock(registry().mutex);
+    auto next = std::make_shared<PLSettingPropertyList>(*registry().list);
+    next->push_back(std::move(property));
+    registry().list = std::move(next);
 }
 } // namespace
 
 PLSettings::PLSettings(std::unique_ptr<QSettings> store, QObject* parent)
+    : PLSettings(std::move(store), registeredProperties(), parent)
+{
+}
+
+PLSettings::PLSettings(std::unique_ptr<QSettings> store,
+                       std::shared_ptr<const PLSettingPropertyList> properties, QObject* parent)
     : QObject(parent)
+    , m_properties(properties ? std::move(properties)
+                              : std::make_shared<const PLSettingPropertyList>())
     , m_store(std::move(store))
 {
 }
 
 PLSettings::~PLSettings() = default;
 
-void PLSettings::initializeClass(void (*setupRoutes)())
+std::shared_ptr<const PLSettingPropertyList> PLSettings::initializeClass(void (*setupRoutes)())
 {
-    gPropertiesList().clear();
+    publish(std::make_shared<const PLSettingPropertyList>());
     if (setupRoutes)
         setupRoutes();
+    return registeredProperties();
 }
 
-const std::vector<PLSettingProperty>& PLSettings::properties()
+std::shared_ptr<const PLSettingPropertyList> PLSettings::registeredProperties()
 {
-    return gPropertiesList();
+    const std::lock_guard lock(registry().mutex);
+    return registry().list;
 }
 
 void PLSettings::setupProperty(const QString& name, const QString& key, PLSettingType type,
                                bool archive2Data)
 {
-    gPropertiesList().push_back(PLSettingProperty::propertyByName(name, key, type, archive2Data));
+    appendProperty(PLSettingProperty::propertyByName(name, key, type, archive2Data));
 }
 
 void PLSettings::setupProperty(const QString& name, PLSettingType type)
@@ -51,14 +84,17 @@ void PLSettings::setupPropertyWithArchivedType(const QString& name)
 void PLSettings::setupPropertyWithTransformer(const QString& name,
                                               const QMetaObject& transformerClass)
 {
-    gPropertiesList().push_back(PLSettingProperty::propertyByName(name, name, transformerClass));
+    appendProperty(PLSettingProperty::propertyByName(name, name, transformerClass));
 }
 
 void PLSettings::init()
 {
     m_isDynamicProperties = true;
     loadDefaults();
-    m_store.setInteger(initedCount() + 1, QLatin1String(kInitCountKey));
+    // The count stops at the largest integer instead of wrapping round.
+    const int count = initedCount();
+    m_store.setInteger(count < std::numeric_limits<int>::max() ? count + 1 : count,
+                       QLatin1String(kInitCountKey));
 }
 
 QDateTime PLSettings::installedAt() const
@@ -123,7 +159,7 @@ void PLSettings::setIsDynamicProperties(bool dynamic)
 
 void PLSettings::_readPropertiesFromDefaults()
 {
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         QVariant value;
         if (p.archiveToData) {
             value = KeyedArchive::unarchiveObjectWithData(m_store.dataForKey(p.key));
@@ -155,7 +191,7 @@ void PLSettings::_readPropertiesFromDefaults()
 
 void PLSettings::_writePropertiesToDefaults()
 {
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         const QVariant value = property(p.getter.toUtf8().constData());
         if (p.archiveToData)
             m_store.setObject(KeyedArchive::archivedDataWithRootObject(value), p.key);
@@ -171,18 +207,18 @@ bool PLSettings::isSetterProperty(const QString& name)
     return name.endsWith(u':');
 }
 
-const PLSettingProperty* PLSettings::propertyForGetter(const QString& name)
+const PLSettingProperty* PLSettings::propertyForGetter(const QString& name) const
 {
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         if (p.getter == name)
             return &p;
     }
     return nullptr;
 }
 
-const PLSettingProperty* PLSettings::propertyForSetter(const QString& name)
+const PLSettingProperty* PLSettings::propertyForSetter(const QString& name) const
 {
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         if (p.setter == name)
             return &p;
     }
@@ -253,7 +289,7 @@ bool PLSettings::respondsToSelector(const QString& selector) const
 
 QString PLSettings::methodSignatureForSelector(const QString& selector) const
 {
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         if (p.getter == selector)
             return p.signatureForGetter();
         if (p.setter == selector)
@@ -267,7 +303,7 @@ QVariant PLSettings::forwardInvocation(const QString& selector, const QVariant& 
     bool matched = false;
     QVariant result;
     // Every descriptor is visited; a later match repeats the call, as the routing is defined.
-    for (const PLSettingProperty& p : gPropertiesList()) {
+    for (const PLSettingProperty& p : *m_properties) {
         if (p.getter == selector) {
             matched = true;
             switch (p.type) {

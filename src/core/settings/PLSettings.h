@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+using PLSettingPropertyList = std::vector<PLSettingProperty>;
+
 // A typed registry of persistent settings over the settings store. A subclass registers its
 // properties (setupRoutes), assigns defaults (setupDefaults), names a version and migrates.
 //
@@ -19,12 +21,15 @@
 class PLSettings : public QObject {
     Q_OBJECT
 public:
+    // Serves the properties registered for the process at this moment.
     explicit PLSettings(std::unique_ptr<QSettings> store, QObject* parent = nullptr);
     ~PLSettings() override;
 
-    // Registry: one list for the process, replaced when a settings class is initialised.
-    static void initializeClass(void (*setupRoutes)());
-    static const std::vector<PLSettingProperty>& properties();
+    // Registry: one list for the process, replaced when a settings class is initialised. A
+    // published list never changes (registering one more property publishes a new list), so
+    // a settings object keeps the list it was created with, whatever is initialised later.
+    static std::shared_ptr<const PLSettingPropertyList> initializeClass(void (*setupRoutes)());
+    static std::shared_ptr<const PLSettingPropertyList> registeredProperties();
     static void setupProperty(const QString& name, const QString& key, PLSettingType type,
                               bool archive2Data);
     static void setupProperty(const QString& name, PLSettingType type);
@@ -52,9 +57,11 @@ public:
     void markAsLoaded();
     bool checkIfDataAvailable() const;
 
+    // This object's properties, in registration order.
+    const PLSettingPropertyList& properties() const { return *m_properties; }
     static bool isSetterProperty(const QString& name);
-    static const PLSettingProperty* propertyForGetter(const QString& name);
-    static const PLSettingProperty* propertyForSetter(const QString& name);
+    const PLSettingProperty* propertyForGetter(const QString& name) const;
+    const PLSettingProperty* propertyForSetter(const QString& name) const;
 
     int getIntValueFor(const QString& getter) const;
     float getFloatValueFor(const QString& getter) const;
@@ -78,10 +85,14 @@ public:
     static constexpr char kInitCountKey[] = "PLSettingInitCount";
 
 protected:
+    // Serves the given properties: a class that initialised its registry once keeps using it.
+    PLSettings(std::unique_ptr<QSettings> store,
+               std::shared_ptr<const PLSettingPropertyList> properties, QObject* parent = nullptr);
     void _readPropertiesFromDefaults();
     void _writePropertiesToDefaults();
 
 private:
+    std::shared_ptr<const PLSettingPropertyList> m_properties;
     PLSettingsStore m_store;
     bool m_isDynamicProperties = true;
     bool m_isFirstLaunched = false;

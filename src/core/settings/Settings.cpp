@@ -6,17 +6,9 @@
 
 #include <QDir>
 
-#include <mutex>
-
 namespace {
 const QColor kGrey = QColor::fromRgbF(0.5f, 0.5f, 0.5f);
 const QColor kWhite = QColor::fromRgbF(1.0f, 1.0f, 1.0f);
-
-void initializeSettingsClass()
-{
-    static std::once_flag once;
-    std::call_once(once, [] { PLSettings::initializeClass(&Settings::setupRoutes); });
-}
 } // namespace
 
 Settings& AppSetting()
@@ -32,8 +24,11 @@ Settings& Settings::singleton()
 
 std::unique_ptr<Settings> Settings::launch(std::unique_ptr<QSettings> store)
 {
-    initializeSettingsClass();
-    std::unique_ptr<Settings> settings(new Settings(std::move(store)));
+    // The class is initialised once; its objects keep its list even when another settings
+    // class replaces the process-wide registry afterwards.
+    static const std::shared_ptr<const PLSettingPropertyList> properties =
+        PLSettings::initializeClass(&Settings::setupRoutes);
+    std::unique_ptr<Settings> settings(new Settings(std::move(store), properties));
     settings->init();
     settings->synchronize();
     settings->setIsDynamicProperties(false);

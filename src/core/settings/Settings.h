@@ -89,7 +89,11 @@ Q_SIGNALS:
     void launchAndQuitWithiTunesChanged();
 
 private:
-    using PLSettings::PLSettings;
+    Settings(std::unique_ptr<QSettings> store,
+             std::shared_ptr<const PLSettingPropertyList> properties)
+        : PLSettings(std::move(store), std::move(properties))
+    {
+    }
     static QFont defaultFont(double size);
 
     bool m_traditionchinese = false;

@@ -3,24 +3,20 @@
 #include "foundation/AppPaths.h"
 #include "foundation/StringAdditions.h"
 #include "lyric/Lyric.h"
+#include "store/LyricFiles.h"
 #include "store/LyricTagBlock.h"
 #include "store/LyricsTrack.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QSaveFile>
 
 namespace {
 
 const QString kExtension = QStringLiteral("lrc");
 
-// A file name that stays directly inside the lyrics folder.
-bool isSafeFileName(const QString& fileName)
-{
-    return !fileName.isEmpty() && !fileName.contains(u'/') && !fileName.contains(QChar(0)) &&
-           fileName != QLatin1String(".") && fileName != QLatin1String("..");
-}
+// The longest file name, in bytes, that Linux file systems take.
+constexpr qsizetype kMaxFileNameBytes = 255;
 
 QString withExtension(const QString& identify)
 {
@@ -55,6 +51,28 @@ QString LyricControl::lyricsPath()
     return _pathLrcs();
 }
 
+QString LyricControl::whyNotStorable(const QString& identify)
+{
+    if (identify.contains(u'/'))
+        return QStringLiteral("a name may not contain \"/\"");
+    if (identify.contains(QChar(0)))
+        return QStringLiteral("a name may not contain a NUL character");
+    const qsizetype bytes = QFile::encodeName(withExtension(identify)).size();
+    if (bytes > kMaxFileNameBytes)
+        return QStringLiteral("its file name would be %1 bytes long, and a file name may have "
+                              "at most %2")
+            .arg(bytes)
+            .arg(kMaxFileNameBytes);
+    return {};
+}
+
+bool LyricControl::isTakenByNonLyric(const QString& identify)
+{
+    return whyNotStorable(identify).isNull() &&
+           lyricfiles::entryAt(_pathForIdentify(withExtension(identify))) ==
+               lyricfiles::Entry::Other;
+}
+
 QString LyricControl::identifyFromArtist(const QString& artist, const QString& song) const
 {
     return artist + QStringLiteral("--") + song;
@@ -67,13 +85,13 @@ QString LyricControl::fileNameFromTrack(const LyricsTrack& track) const
 
 std::unique_ptr<Lyric> LyricControl::readLrcByIdentify(const QString& identify) const
 {
-    const QString fileName = withExtension(identify);
-    if (!isSafeFileName(fileName))
+    if (!whyNotStorable(identify).isNull())
         return nullptr;
-    QFile file(_pathForIdentify(fileName));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxLyricFileSize)
+    const auto bytes =
+        lyricfiles::readRegularFile(_pathForIdentify(withExtension(identify)), kMaxLyricFileSize);
+    if (!bytes)
         return nullptr;
-    const auto text = Lyric::decodeText(file.readAll(), Lyric::UTF8Encoding);
+    const auto text = Lyric::decodeText(*bytes, Lyric::UTF8Encoding);
     // An empty file holds no text: it is treated like a missing one.
     if (!text || text->isEmpty())
         return nullptr;
@@ -85,17 +103,12 @@ std::unique_ptr<Lyric> LyricControl::readLrcByIdentify(const QString& identify) 
 void LyricControl::writeLrcAsIdentify(const Lyric& lyric, const QString& identify, bool overwrite)
 {
     _createDictionaryInNecessary();
-    const QString fileName = withExtension(identify);
-    if (!foundation::isNonEmpty(lyric.contents()) || !isSafeFileName(fileName))
+    if (!foundation::isNonEmpty(lyric.contents()) || !whyNotStorable(identify).isNull() ||
+        isTakenByNonLyric(identify))
         return;
     if (!overwrite && readLrcByIdentify(identify))
         return;
-    // Written beside the target and renamed over it: a crash leaves the old file or the new.
-    QSaveFile file(_pathForIdentify(fileName));
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.write(lyric.contents().toUtf8());
-    file.commit();
+    lyricfiles::replaceFile(_pathForIdentify(withExtension(identify)), lyric.contents().toUtf8());
 }
 
 void LyricControl::writeLrc(const Lyric& lyric, const QString& artist, const QString& song,

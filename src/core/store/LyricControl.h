@@ -12,8 +12,10 @@ class Lyric;
 class LyricsTrack;
 
 // The lyrics folder: one UTF-8 LRC file per song named "Artist--Title.lrc", nothing trimmed
-// or escaped. Names that would leave the folder (a path separator, NUL) are never read or
-// written: reading finds nothing and writing does nothing, quietly.
+// or escaped. Names that cannot be a file in the folder (a path separator, NUL, too long) are
+// never read or written: reading finds nothing and writing does nothing, quietly. Only
+// regular files are lyrics: a link, a pipe or a folder under a lyric's name reads as no
+// lyric and is never written to or replaced.
 // Also reads and writes the lyric block embedded in a track's lyrics tag.
 class LyricControl {
 public:
@@ -25,6 +27,12 @@ public:
     static QString _pathForIdentify(const QString& fileName);
     static void _createDictionaryInNecessary();
     static QString lyricsPath();
+
+    // Why a lyric cannot be stored under this identify name, as a phrase ("a name may not
+    // contain ..."); a null string when it can.
+    static QString whyNotStorable(const QString& identify);
+    // The folder holds something other than a regular file under this name.
+    static bool isTakenByNonLyric(const QString& identify);
 
     QString identifyFromArtist(const QString& artist, const QString& song) const;
     QString fileNameFromTrack(const LyricsTrack& track) const;

@@ -11,6 +11,9 @@ std::optional<QString> tagTextForLyric(const Lyric& lyric)
     const QString readable = lyric.contentsReadable();
     if (!foundation::isNonEmpty(lyric.contents()) || !foundation::isNonEmpty(readable))
         return std::nullopt;
+    // A block that reading would refuse to inflate is never written.
+    if (lyric.contents().toUtf8().size() > foundation::kMaxInflatedSize)
+        return std::nullopt;
     const QString payload = foundation::zlibDeflateString(lyric.contents());
     if (payload.isNull())
         return std::nullopt;

@@ -18,7 +18,8 @@ inline constexpr char kEndMarker[] = "=QVEOF=";
 inline constexpr int kSpacerLineFeeds = 40;
 
 // The complete tag text for a lyric, or nullopt when nothing would be written: the text is
-// absent or blank, or no timed line has any text.
+// absent or blank, no timed line has any text, or the text is too large to be read back
+// (over foundation::kMaxInflatedSize bytes of UTF-8).
 std::optional<QString> tagTextForLyric(const Lyric& lyric);
 
 // The LRC text recovered from a tag text: between the first start marker and the first end

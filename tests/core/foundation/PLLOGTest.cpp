@@ -166,6 +166,24 @@ TEST_F(Logging, FileLoggerStartsAFreshFileAndEchoesWhileVisible)
     EXPECT_EQ(readFile(path), QByteArray("[Info] one 1[Warning] two[Error]File.cpp:7 run three\n"));
 }
 
+TEST_F(Logging, ASecondLoggerOnAPathLeavesTheFirstItsOwnFile)
+{
+    TempHome home;
+    const QString path = home.filePath("log.txt");
+    PLLOG::setLogStyle(0);
+    auto first = PLLOG_File::fileLog(path);
+    ASSERT_TRUE(first);
+    first->setConsoleVisible(false);
+    first->logForEnv(PLLOG::Info, "f", 1, "m", "first logger's early line");
+    auto second = PLLOG_File::fileLog(path);
+    ASSERT_TRUE(second);
+    second->setConsoleVisible(false);
+    EXPECT_EQ(readFile(path), QByteArray());
+    first->logForEnv(PLLOG::Info, "f", 1, "m", "late");
+    second->logForEnv(PLLOG::Info, "f", 1, "m", "new");
+    EXPECT_EQ(readFile(path), QByteArray("[Info] new"));
+}
+
 TEST_F(Logging, DefaultLoggerIsANonOwningReference)
 {
     TempHome home;

@@ -19,6 +19,14 @@ namespace {
 
 // What Debian's Qt asks for when it is left to choose (and then inflates itself).
 constexpr char kQtAcceptEncoding[] = "zstd, br, gzip, deflate";
+// The user agent is formed once per process, at the first request: the application's name is
+// set before any test runs, so the agent is the same whichever test comes first.
+class ApplicationName : public ::testing::Environment {
+public:
+    void SetUp() override { QCoreApplication::setApplicationName("Versewick"); }
+};
+[[maybe_unused]] const auto* const kApplicationName =
+    ::testing::AddGlobalTestEnvironment(new ApplicationName);
 
 // Records what the client reports; also what it saw at that moment.
 class Recorder : public QObject {

@@ -7,6 +7,8 @@
 
 #include <QColor>
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -154,14 +156,33 @@ TEST_F(Framework, TransformerMustConformToTheProtocol)
             QStringLiteral(
                 "Transformer Class have to conforms to Protocol PLSettingTransformerProtocol"));
     }
-    EXPECT_EQ(PLSettings::propertyForGetter("bad"), nullptr);
+    EXPECT_EQ(open()->propertyForGetter("bad"), nullptr);
 }
 
-TEST_F(Framework, InitializingAClassReplacesTheRegistry)
+TEST_F(Framework, InitializingAClassReplacesTheRegistryButNotAnObjectsProperties)
 {
-    EXPECT_NE(PLSettings::propertyForGetter("volume"), nullptr);
+    auto s = open();
+    EXPECT_NE(s->propertyForGetter("volume"), nullptr);
     PLSettings::initializeClass(nullptr);
-    EXPECT_TRUE(PLSettings::properties().empty());
+    EXPECT_TRUE(PLSettings::registeredProperties()->empty());
+    EXPECT_TRUE(open()->properties().empty());
+    // The earlier object still routes by the list it was made with.
+    s->forwardInvocation("setVolume:", 2.5);
+    EXPECT_EQ(s->getFloatValueFor("volume"), 2.5f);
+    EXPECT_EQ(s->properties().size(), 7u);
+}
+
+TEST_F(Framework, StartCountStopsAtTheLargestInteger)
+{
+    for (const int stored :
+         {std::numeric_limits<int>::max() - 1, std::numeric_limits<int>::max()}) {
+        {
+            QSettings raw(file, QSettings::IniFormat);
+            raw.setValue("PLSettings", 3);
+            raw.setValue("PLSettingInitCount", stored);
+        }
+        EXPECT_EQ(open()->initedCount(), std::numeric_limits<int>::max());
+    }
 }
 
 TEST(KeyedArchive, ColoursSurviveAndGarbageReadsAsNothing)

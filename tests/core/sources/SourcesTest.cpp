@@ -60,7 +60,23 @@ protected:
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "needs a session bus";
         qputenv("VERSEWICK_QQMUSIC_PORT", QByteArray::number(port));
     }
-    void TearDown() override { platform::setClock({}); }
+    void TearDown() override
+    {
+        // The players of this test leave the bus after it ends; their departures must reach
+        // this process now, not the sources of the next test (the tests share one bus when
+        // the binary runs whole).
+        QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+        EXPECT_TRUE(waitFor([&] {
+            const QStringList names = bus->registeredServiceNames().value();
+            return std::none_of(names.begin(), names.end(), [&](const QString& name) {
+                return !name.startsWith(u':') && name != QLatin1String("org.freedesktop.DBus") &&
+                       bus->serviceOwner(name).value() !=
+                           QDBusConnection::sessionBus().baseService();
+            });
+        }));
+        waitFor([] { return false; }, 100);
+        platform::setClock({});
+    }
     QStringList playerArgs(const QString& players, QStringList more = {})
     {
         return QStringList{"--as", players, "--qqmusic-port", QString::number(port)} + more;

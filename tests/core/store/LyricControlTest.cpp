@@ -1,10 +1,19 @@
 #include "StoreFixture.h"
 
+#include <functional>
+
 #include "support/QtPrinters.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+
+#include <chrono>
+#include <future>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -164,6 +173,101 @@ TEST_F(StoreTest, WritesLeaveNoTemporaryFilesBehind)
                          QStringLiteral("Rain"), true);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files | QDir::Hidden), QStringList{"Ann--Rain.lrc"});
     EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")), QByteArray("[00:01]v4"));
+}
+
+// Entries under a lyric's name that are not regular files: none is a lyric, none is written
+// to or replaced, and none can make the store wait.
+enum class Planted { Pipe, LinkToOutsideLyric, DanglingLink, Folder };
+
+class NonRegularEntries : public StoreTest, public ::testing::WithParamInterface<Planted> {
+protected:
+    QString entry() const { return folder() + QStringLiteral("/Ann--Rain.lrc"); }
+    QString outside() const { return home.filePath(QStringLiteral("outside.lrc")); }
+    void plant()
+    {
+        LyricControl::_createDictionaryInNecessary();
+        home.write(QStringLiteral("outside.lrc"), "[00:01]secret");
+        const QByteArray path = QFile::encodeName(entry());
+        switch (GetParam()) {
+        case Planted::Pipe:
+            ASSERT_EQ(mkfifo(path.constData(), 0600), 0);
+            break;
+        case Planted::LinkToOutsideLyric:
+            ASSERT_EQ(symlink(QFile::encodeName(outside()).constData(), path.constData()), 0);
+            break;
+        case Planted::DanglingLink:
+            ASSERT_EQ(
+                symlink(QFile::encodeName(home.filePath("none")).constData(), path.constData()), 0);
+            break;
+        case Planted::Folder:
+            ASSERT_TRUE(QDir().mkpath(entry()));
+            break;
+        }
+    }
+    // Runs store operations; fails instead of hanging when they wait on a pipe, and then
+    // opens the pipe's other end until they finish.
+    void withoutWaiting(const std::function<void()>& operation)
+    {
+        auto done = std::async(std::launch::async, operation);
+        if (done.wait_for(std::chrono::seconds(10)) == std::future_status::ready)
+            return;
+        ADD_FAILURE() << "the store waits on " << entry().toStdString();
+        // Each opening of the other end lets one waiting open finish.
+        do {
+            const int fd = ::open(QFile::encodeName(entry()).constData(), O_WRONLY | O_NONBLOCK);
+            if (fd >= 0)
+                ::close(fd);
+        } while (done.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready);
+    }
+};
+
+TEST_P(NonRegularEntries, AreNoLyricsAndAreLeftAlone)
+{
+    plant();
+    struct stat before {};
+    ASSERT_EQ(lstat(QFile::encodeName(entry()).constData(), &before), 0);
+
+    withoutWaiting([&] {
+        control.fetchLrcByArtist(QStringLiteral("Ann"), QStringLiteral("Rain"));
+        control.writeLrc(*lyricOf(QStringLiteral("[00:01]new")), QStringLiteral("Ann"),
+                         QStringLiteral("Rain"), false);
+        control.writeLrc(*lyricOf(QStringLiteral("[00:01]new")), QStringLiteral("Ann"),
+                         QStringLiteral("Rain"), true);
+    });
+    ASSERT_EQ(delegate.calls.size(), 1u);
+    EXPECT_EQ(delegate.calls[0].what, QStringLiteral("failed"));
+
+    struct stat after {};
+    ASSERT_EQ(lstat(QFile::encodeName(entry()).constData(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    QFile target(outside());
+    ASSERT_TRUE(target.open(QIODevice::ReadOnly));
+    EXPECT_EQ(target.readAll(), QByteArray("[00:01]secret"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, NonRegularEntries,
+                         ::testing::Values(Planted::Pipe, Planted::LinkToOutsideLyric,
+                                           Planted::DanglingLink, Planted::Folder));
+
+TEST_F(StoreTest, NamesUpToTheFileNameLimitAreStored)
+{
+    // 251 bytes of name and ".lrc" make the longest file name, 255 bytes.
+    const QString artist(124, u'a');
+    const QString longest = artist + QStringLiteral("--") + QString(125, u'b');
+    control.writeLrc(*lyricOf(QStringLiteral("[00:01]long")), artist, QString(125, u'b'), false);
+    ASSERT_NE(control.readLrcByIdentify(longest), nullptr);
+    EXPECT_EQ(control.readLrcByIdentify(longest)->contents(), QStringLiteral("[00:01]long"));
+}
+
+TEST(StoreNames, SayWhyTheyCannotBeStored)
+{
+    EXPECT_TRUE(LyricControl::whyNotStorable(QString(251, u'a')).isNull());
+    // Two bytes per character in UTF-8: 126 of them pass the limit.
+    const QString tooLong = QStringLiteral("A--") + QString(126, QChar(0xe9));
+    EXPECT_TRUE(LyricControl::whyNotStorable(tooLong).contains(QStringLiteral("259 bytes")));
+    EXPECT_TRUE(LyricControl::whyNotStorable(QStringLiteral("A--b/c")).contains(u'/'));
+    EXPECT_TRUE(LyricControl::whyNotStorable(QStringLiteral("A--b") + QChar(0)).contains("NUL"));
 }
 
 } // namespace

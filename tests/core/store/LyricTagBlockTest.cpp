@@ -144,4 +144,36 @@ TEST_F(StoreTest, UnusableTagFallsThroughToTheFolder)
     EXPECT_EQ(delegate.calls[0].contents, QStringLiteral("[00:01]from the folder"));
 }
 
+// Only blocks that reading gives back are written: the text's UTF-8 may fill the inflation
+// limit but not pass it.
+class LargeLyrics : public ::testing::TestWithParam<qsizetype> {};
+
+TEST_P(LargeLyrics, AreWrittenOnlyWhenTheyReadBack)
+{
+    const QByteArray line = "[00:01]" + QByteArray(1016, 'x') + '\n'; // 1 KiB
+    QByteArray text = line.repeated(foundation::kMaxInflatedSize / line.size());
+    text += QByteArray(GetParam() - text.size(), 'y');
+    Lyric lyric;
+    lyric.parseLRCcontent(QString::fromLatin1(text));
+    ASSERT_EQ(lyric.contents().size(), GetParam());
+
+    MemoryTrack track;
+    LyricControl control;
+    RecordingDelegate delegate;
+    control.setDelegate(&delegate);
+    control.writeLrcToTrack(lyric, track, true, true);
+    if (GetParam() > foundation::kMaxInflatedSize) {
+        EXPECT_TRUE(track.tag.isEmpty());
+        return;
+    }
+    control.fetchLrcFromTrackTags(track);
+    ASSERT_EQ(delegate.calls.size(), 1u);
+    EXPECT_EQ(delegate.calls[0].source, 1);
+    EXPECT_EQ(delegate.calls[0].contents.size(), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, LargeLyrics,
+                         ::testing::Values(foundation::kMaxInflatedSize,
+                                           foundation::kMaxInflatedSize + 1));
+
 } // namespace

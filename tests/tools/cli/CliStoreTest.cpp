@@ -3,7 +3,13 @@
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
+
+#include <tuple>
+
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -50,7 +56,6 @@ TEST_F(CliStore, WriteReadAndListRoundTrip)
 
 TEST_F(CliStore, RefusesWhatMustNotBeWritten)
 {
-    EXPECT_EQ(cli({"store", "write", "Ann", "a/b", lyric}).json()["written"], false);
     EXPECT_EQ(
         cli({"store", "write", "Ann", "Rain", home.write("blank.lrc", " \n\n")}).json()["written"],
         false);
@@ -59,6 +64,70 @@ TEST_F(CliStore, RefusesWhatMustNotBeWritten)
     EXPECT_TRUE(missing.err.startsWith("versewick-cli: No readable lyric"));
     EXPECT_EQ(cli({"store", "write", "Ann"}).exitCode, 2);
     EXPECT_EQ(cli({"store", "write", "Ann", "Rain", home.filePath("nope.lrc")}).exitCode, 1);
+}
+
+TEST_F(CliStore, NamesThatCannotBeStoredSayWhy)
+{
+    const std::tuple<QString, QByteArray> cases[] = {
+        {"a/b", R"(a name may not contain "/")"},
+        {QString(300, u'x'), "its file name would be 309 bytes long"}};
+    for (const auto& [title, why] : cases) {
+        for (const char* command : {"write", "read"}) {
+            QStringList args{"store", command, "Ann", title};
+            if (QLatin1String(command) == QLatin1String("write"))
+                args << lyric;
+            const CliResult r = cli(args);
+            EXPECT_EQ(r.exitCode, 1) << command;
+            EXPECT_TRUE(r.out.isEmpty()) << command;
+            EXPECT_TRUE(r.err.contains(why)) << r.err.toStdString();
+        }
+    }
+}
+
+TEST_F(CliStore, OperandsAfterTheSeparatorAreNeverOptions)
+{
+    const CliResult write = cli({"store", "write", "--", "-h", "--overwrite", lyric});
+    ASSERT_EQ(write.exitCode, 0) << write.err.toStdString();
+    EXPECT_EQ(write.json()["path"].toString(),
+              home.path() + "/data/Versewick/lyrics.lrcs/-h----overwrite.lrc");
+    EXPECT_EQ(cli({"store", "read", "--", "-h", "--overwrite"}).out,
+              QByteArray("[ti:x]\n[00:01.00]Hello\r\n[00:02][00:05]World\n"));
+    EXPECT_TRUE(cli({"store", "read", "-h", "x"}).out.startsWith("Usage:"));
+}
+
+TEST_F(CliStore, OnlyRegularFilesAreLyrics)
+{
+    cli({"store", "write", "Ann", "Rain", lyric});
+    const QString folder = home.path() + "/data/Versewick/lyrics.lrcs/";
+    const QString outside = home.write("outside.lrc", "[00:01]secret");
+    ASSERT_TRUE(QFile::link(outside, folder + "Ann--Link.lrc"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder + "Ann--Pipe.lrc").constData(), 0600), 0);
+    for (const char* title : {"Link", "Pipe"}) {
+        const CliResult read = cli({"store", "read", "Ann", title});
+        EXPECT_EQ(read.exitCode, 1) << title;
+        EXPECT_TRUE(read.err.contains("is not a regular file")) << read.err.toStdString();
+        const CliResult write = cli({"store", "write", "Ann", title, lyric, "--overwrite"});
+        EXPECT_EQ(write.exitCode, 1) << title;
+        EXPECT_TRUE(write.err.contains("is not a regular file")) << write.err.toStdString();
+    }
+    QFile kept(outside);
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), QByteArray("[00:01]secret"));
+    EXPECT_TRUE(QFileInfo(folder + "Ann--Link.lrc").isSymLink());
+}
+
+TEST_F(CliStore, TagEmbedRefusesBlocksTooLargeToReadBack)
+{
+    const QByteArray line = "[00:01]" + QByteArray(1016, 'x') + '\n';
+    const QString fits = home.write("fits.lrc", line.repeated(16 * 1024));
+    const QString over = home.write("over.lrc", line.repeated(16 * 1024) + "y");
+    const CliResult embedded = cli({"tag", "embed", fits});
+    ASSERT_EQ(embedded.exitCode, 0);
+    EXPECT_EQ(cli({"tag", "extract"}, embedded.out).out.size(), 16 * 1024 * 1024);
+    const CliResult refused = cli({"tag", "embed", over});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.out.isEmpty());
+    EXPECT_TRUE(refused.err.contains("16777216 bytes")) << refused.err.toStdString();
 }
 
 TEST_F(CliStore, TagEmbedAndExtractAreExactInverses)
