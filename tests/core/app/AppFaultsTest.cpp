@@ -181,9 +181,8 @@ TEST_F(FullFolder, IsNamedAndTheLyricStillShown)
     EXPECT_EQ(logged("could not save the lyric of \"Ann--Rain\""), 1);
 }
 
-// Fails today: the store ignores a short write and commits the truncated file (QSaveFile
-// reports a short write without an error). Enable once the store checks what it wrote.
-TEST_F(FullFolder, DISABLED_KeepsTheOldFileWhole)
+// A short write must never replace the stored file with a truncated one.
+TEST_F(FullFolder, KeepsTheOldFileWhole)
 {
     saveOnAFullDisk();
     EXPECT_EQ(readFile(path), old);
