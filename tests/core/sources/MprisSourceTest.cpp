@@ -14,21 +14,13 @@
 
 #include <memory>
 
+#include "support/CallbackTarget.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
-class Target : public QObject {
-    Q_OBJECT
-public:
-    std::function<bool()> running;
-    QList<bool> appStates;
-    int songChanges = 0;
-
-public Q_SLOTS:
-    void songChanged() { ++songChanges; }
-    void appStateChanged() { appStates << (running ? running() : false); }
-};
+using Target = CallbackTarget;
 
 // A simulator acting as one MPRIS player.
 std::unique_ptr<PlayerProcess> player(const QString& name, const QString& identity,
@@ -286,5 +278,3 @@ TEST_F(Mpris, APlayerThatStopsAnsweringOrVanishesBlocksNothing)
 }
 
 } // namespace
-
-#include "MprisSourceTest.moc"

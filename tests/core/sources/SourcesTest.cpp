@@ -18,22 +18,13 @@
 
 #include <algorithm>
 
+#include "support/CallbackTarget.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
-// The target of the target-and-selector callbacks: records isRunning at every callback.
-class Target : public QObject {
-    Q_OBJECT
-public:
-    std::function<bool()> running;
-    QList<bool> appStates;
-    int songChanges = 0;
-
-public Q_SLOTS:
-    void songChanged() { ++songChanges; }
-    void appStateChanged() { appStates << (running ? running() : false); }
-};
+using Target = CallbackTarget;
 
 class ITunesDelegate : public iTunesControlDelegate {
 public:
@@ -439,5 +430,3 @@ TEST_F(Sources, ShutdownNoticeFromThePlayerQuitsTheApplication)
 }
 
 } // namespace
-
-#include "SourcesTest.moc"
