@@ -6,10 +6,12 @@
 #include "support/TempHome.h"
 
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -150,6 +152,40 @@ TEST_F(MprisFollow, ComesLastAndLeavesNoSourceWhenThePlayerQuits)
     player.reset();
     ASSERT_TRUE(nowHas("SourceName", "No Music Source"));
     EXPECT_EQ(now()["SourceKind"].toInt(), 0);
+}
+
+// mpv with its MPRIS plug-in, under the test's bus: the song's .lrc beside it, the lit line
+// at the position mpv started from.
+TEST_F(MprisFollow, FollowsMpv)
+{
+    QString plugin;
+    for (const char* p : {"/usr/lib/mpv-mpris/mpris.so", "/etc/mpv/scripts/mpris.so"}) {
+        if (QFile::exists(QString::fromUtf8(p)))
+            plugin = QString::fromUtf8(p);
+    }
+    if (QStandardPaths::findExecutable("mpv").isEmpty() || plugin.isEmpty() ||
+        QStandardPaths::findExecutable("ffmpeg").isEmpty())
+        GTEST_SKIP() << "needs mpv, mpv-mpris (its mpris.so) and ffmpeg";
+    const QString song = home.filePath("music/tone.flac");
+    ASSERT_EQ(QProcess::execute("ffmpeg", {"-hide_banner", "-loglevel", "error", "-f", "lavfi",
+                                           "-i", "sine=frequency=440:duration=60", "-metadata",
+                                           "title=Tone", "-metadata", "artist=Sine", song}),
+              0);
+    home.write("music/tone.lrc", "[00:00.00]opening\n[00:19.00]nineteen\n[00:50.00]fifty\n");
+    QProcess mpv;
+    mpv.start("mpv", {"--no-config", "--ao=null", "--no-video", "--really-quiet",
+                      "--script=" + plugin, "--start=20", song});
+    ASSERT_TRUE(mpv.waitForStarted());
+    startFollowing();
+    // mpv names the file first and its tags once it has read them.
+    const bool lit = printed(R"("text":"nineteen")");
+    const QJsonObject state = now();
+    mpv.kill();
+    mpv.waitForFinished(3000);
+    ASSERT_TRUE(lit) << out.constData();
+    EXPECT_TRUE(out.contains(R"("artist":"Sine")") && out.contains(R"("title":"Tone")"));
+    EXPECT_EQ(state["SourceKind"].toInt(), 4);
+    EXPECT_EQ(state["LyricOrigin"].toInt(), 4);
 }
 
 } // namespace
