@@ -37,8 +37,9 @@ const Help kFollowHelp{
     QStringLiteral("follow [--json] [--for SECONDS]"),
     QStringLiteral(
         "Runs the application without a display: it follows the player that is running\n"
-        "(QQMusic, Jukora, then iTunes), finds the lyric of the song (track tag, lyrics\n"
-        "folder, plug-in) and prints each lit line as it changes, until interrupted (or for\n"
+        "(QQMusic, Jukora, iTunes, then any MPRIS player), finds the lyric of the song\n"
+        "(track tag or audio file, lyrics folder, plug-in) and prints each lit line as it changes, "
+        "until interrupted (or for\n"
         "SECONDS). With --json, one object per line:\n"
         "  {\"event\":\"line\",\"index\",\"text\",\"position\"}\n"
         "  {\"event\":\"status\",\"text\"}            text null when the status is cleared\n"
@@ -76,7 +77,9 @@ int follow(const QStringList& args)
     ServiceAddresses addresses;
     TerminalPrinter printer(json);
     // The user's settings are read, never written: the desktop application owns them.
-    AppDelegate app({AppSetting(), addresses, workspace, center, itunes},
+    AppEnvironment environment(AppSetting(), addresses, workspace, center, itunes);
+    environment.followMpris = true;
+    AppDelegate app(std::move(environment),
                     {&printer, &printer, &printer, &printer, nullptr, nullptr});
     printer.watch(app.state());
     auto* service = new AppDBusService(app); // owned by app

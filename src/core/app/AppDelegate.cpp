@@ -3,6 +3,7 @@
 #include "app/LyricAcquisition.h"
 #include "app/LyricManagerPort.h"
 #include "app/MenuState.h"
+#include "app/MprisFollowedSource.h"
 #include "app/NotificationPort.h"
 #include "app/PluginHost.h"
 #include "app/PreferencesPort.h"
@@ -50,6 +51,9 @@ AppDelegate::~AppDelegate()
     hcLrcPoster.reset();
     if (_itunesControl && _itunesControl->delegate() == this)
         _itunesControl->setDelegate(nullptr);
+    if (m_followed == m_mpris.get())
+        m_followed = nullptr;
+    m_mpris.reset();
     DJControl.reset();
     qqmusicControl.reset();
     _lyricManagerWC.reset();
@@ -82,6 +86,11 @@ void AppDelegate::applicationDidFinishLaunching()
     DJControl->setCallBack(this, "djSongChanged", "djAppStateChanged");
     qqmusicControl = std::make_unique<MusicSourceQQMusic>(m_env.workspace, m_env.center);
     qqmusicControl->setCallBack(this, "qqmusicSongChanged", "updateMusicSource");
+    if (!m_followed && m_env.followMpris) {
+        m_mpris = std::make_unique<MprisFollowedSource>(m_env.workspace);
+        m_followed = m_mpris.get();
+        m_mpris->connectTo(this);
+    }
     _itunesControl = &m_env.itunes;
     _itunesControl->setDelegate(this);
     curTrackTunes = _itunesControl->currentTrack();

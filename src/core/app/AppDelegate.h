@@ -21,6 +21,7 @@ class LyricControl;
 class LyricManagerPort;
 class Lyric;
 class MenuState;
+class MprisFollowedSource;
 class MusicSourceQQMusic;
 class NotificationPort;
 class PLHttpClient;
@@ -170,6 +171,7 @@ private:
     std::unique_ptr<PLHttpClient> hcLrcPoster;
     std::unique_ptr<MusicSourceQQMusic> qqmusicControl;
     FollowedSource* m_followed = nullptr;
+    std::unique_ptr<MprisFollowedSource> m_mpris; // when the environment asks for it
 
     std::unique_ptr<SourceLoop> m_loop;
     std::unique_ptr<LyricAcquisition> m_acquisition;

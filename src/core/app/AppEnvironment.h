@@ -39,4 +39,6 @@ struct AppEnvironment {
     std::function<LyricPluginLoader::Loaded(const QStringList&)> loader;
     // Manager for the sharing upload; null: the thread's own.
     QNetworkAccessManager* network = nullptr;
+    // Follow MPRIS players as the last source when no other is set (setFollowedSource).
+    bool followMpris = false;
 };

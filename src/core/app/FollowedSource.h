@@ -18,4 +18,6 @@ public:
     // Seconds, lead included; never a blocking call.
     virtual float location() const = 0;
     virtual double duration() const { return 0.0; }
+    // The song's local audio file, when it is one; null otherwise.
+    virtual QString localFilePath() const { return {}; }
 };

@@ -10,6 +10,7 @@
 #include "app/SearchWindowPort.h"
 #include "app/SourceLoop.h"
 #include "app/WindowFactoryPort.h"
+#include "audiofile/AudioFileLyrics.h"
 #include "foundation/SystemLog.h"
 #include "http/HttpForms.h"
 #include "http/PLHttpClient.h"
@@ -22,10 +23,6 @@
 #include "store/LyricControl.h"
 
 #include <QFile>
-
-namespace {
-constexpr int kFollowedKind = 4;
-}
 
 void LyricAcquisition::fetchLRC(const LyricsTrack& track)
 {
@@ -70,11 +67,31 @@ void LyricAcquisition::storeMissed()
     } else if (d.m_musicSource == MusicSourceKindQQMusic && d.qqmusicControl &&
                d.qqmusicControl->track()) {
         album = d.qqmusicControl->track()->album();
-    } else if (d.m_musicSource == kFollowedKind && d.m_followed && d.m_followed->track()) {
+    } else if (d.m_musicSource == MusicSourceKindMpris && d.m_followed && d.m_followed->track()) {
         album = d.m_followed->track()->album();
         duration = d.m_followed->duration();
     }
     d.m_plugin->search(d.lrcControl->artist(), d.lrcControl->song(), album, duration);
+}
+
+bool LyricAcquisition::installFromAudioFile(const QString& audioPath)
+{
+    if (audioPath.isEmpty())
+        return false;
+    int origin = AppState::TrackTag;
+    std::optional<QString> text = AudioFileLyrics::readLyric(audioPath);
+    if (!text) {
+        origin = AppState::BesideAudio;
+        text = AudioFileLyrics::readLrcBeside(audioPath);
+    }
+    if (!text)
+        return false;
+    auto lyric = std::make_unique<Lyric>();
+    lyric->parseLRCcontent(*text);
+    if (lyric->lines() == 0)
+        return false; // text without timed lines: the folder and the plug-in may do better
+    installStored(std::move(lyric), origin);
+    return true;
 }
 
 void LyricAcquisition::notAvailable()
@@ -140,10 +157,17 @@ void LyricAcquisition::lrcFetched(Lyric& lyric, int source)
         if (toDisk)
             saveToFolder(lyric, d.m_loop->jukoraArtist(), d.m_loop->jukoraTitle(), overwrite);
         break;
-    case kFollowedKind:
+    case MusicSourceKindMpris:
         if (toDisk && d.m_followed && d.m_followed->track())
             saveToFolder(lyric, d.m_followed->track()->artist(), d.m_followed->track()->title(),
                          overwrite);
+        // An online lyric also goes into the audio file; writeLyric leaves a read-only file be.
+        if (source == AppState::Plugin && settings.isSaveLRCtoTrackTags() && d.m_followed) {
+            const QString path = d.m_followed->localFilePath();
+            if (!path.isEmpty() && !AudioFileLyrics::writeLyric(path, lyric.contents()))
+                foundation::systemLog(
+                    QStringLiteral("could not write the lyric into \"%1\"").arg(path));
+        }
         break;
     default: // QQMusic's songs are never saved
         break;
@@ -166,7 +190,7 @@ void LyricAcquisition::forceWriteLyric(Lyric& lyric)
         if (settings.isSaveLRCtoDisk())
             saveToFolder(lyric, d.m_loop->jukoraArtist(), d.m_loop->jukoraTitle(), true);
         break;
-    case kFollowedKind:
+    case MusicSourceKindMpris:
         if (settings.isSaveLRCtoDisk() && d.m_followed && d.m_followed->track())
             saveToFolder(lyric, d.m_followed->track()->artist(), d.m_followed->track()->title(),
                          true);

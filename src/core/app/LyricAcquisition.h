@@ -21,6 +21,9 @@ public:
     void fetchLRC(const LyricsTrack& track);
     void installStored(std::unique_ptr<Lyric> lyric, int source);
     void storeMissed();
+    // The lyric kept with a local audio file (its tag, then the .lrc beside it), installed;
+    // false when it has none.
+    bool installFromAudioFile(const QString& audioPath);
     void listFetched(const QVariantList& items);
     void contentFetched(const QString& text, const QVariant& item);
     void notAvailable();

@@ -19,10 +19,6 @@
 
 #include <QElapsedTimer>
 
-namespace {
-constexpr int kFollowedKind = 4; // the MPRIS source, last in priority
-}
-
 void SourceLoop::updateMusicSource()
 {
     QString title;
@@ -43,7 +39,7 @@ void SourceLoop::updateMusicSource()
         d.iTunesCB_TrackDidChange(d._itunesControl->currentTrack());
     } else if (d.m_followed && d.m_followed->isRunning()) {
         title = d.m_followed->menuTitle();
-        d.m_musicSource = kFollowedKind;
+        d.m_musicSource = MusicSourceKindMpris;
         d.m_state.setSourceKind(d.m_musicSource);
         followedSongChanged();
     } else {
@@ -110,7 +106,7 @@ void SourceLoop::tick()
     case MusicSourceKindQQMusic:
         updateAppQQMusic();
         break;
-    case kFollowedKind:
+    case MusicSourceKindMpris:
         updateAppFollowed();
         break;
     default:
@@ -261,10 +257,16 @@ void SourceLoop::djSongChanged()
 
 void SourceLoop::followedSongChanged()
 {
+    // A player followed behind a source of higher priority changes nothing on screen.
+    if (d.m_musicSource != MusicSourceKindMpris)
+        return;
     const TrackItem* track = d.m_followed ? d.m_followed->track() : nullptr;
     d._lrcAvailable = false;
     d.m_state.setLyricLoaded(false);
     if (!track || !foundation::isNonEmpty(track->title()))
+        return;
+    d.m_state.setSong(track->artist(), track->title());
+    if (d.m_acquisition->installFromAudioFile(d.m_followed->localFilePath()))
         return;
     startSearch(track->artist(), track->title());
 }

@@ -6,4 +6,5 @@ enum MusicSourceKind : int {
     MusicSourceKindITunes = 1,
     MusicSourceKindJukora = 2,
     MusicSourceKindQQMusic = 3,
+    MusicSourceKindMpris = 4,
 };

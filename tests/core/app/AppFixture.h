@@ -64,6 +64,7 @@ protected:
     std::unique_ptr<QObject> pluginToLoad; // handed over at launch
     QStringList bundles;                   // real bundles to load instead, when set
     quint16 qqPort = closedPort();
+    bool followMpris = false;
 
     void SetUp() override
     {
@@ -98,6 +99,7 @@ protected:
                            DistributedNotificationCenter::defaultCenter(), *itunes};
         env.timers = timers.factory();
         env.bundles = [this] { return bundles; };
+        env.followMpris = followMpris;
         if (bundles.isEmpty())
             env.loader = [this](const QStringList&) {
                 LyricPluginLoader::Loaded loaded;

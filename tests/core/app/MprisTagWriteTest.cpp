@@ -1,0 +1,78 @@
+// An online lyric of an MPRIS song whose url is a local file, saved by the settings.
+#include "../audiofile/AudioFixtures.h"
+#include "AppFixture.h"
+#include "app/AppState.h"
+#include "audiofile/AudioFileLyrics.h"
+#include "support/PlayerProcess.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+namespace {
+
+struct Saving {
+    const char* name;
+    bool toTrackTags;
+    bool toDisk;
+};
+
+class MprisSaving : public AppFixture, public ::testing::WithParamInterface<Saving> {};
+
+TEST_P(MprisSaving, AnOnlineLyricGoesWhereTheSettingsSay)
+{
+    const Saving saving = GetParam();
+    const AudioFormat& mp3 = audioFormats().front();
+    QDir().mkpath(home.filePath("music"));
+    const QString audio = makeAudioFile(mp3, home.filePath("music"), "song");
+    ASSERT_FALSE(audio.isEmpty()) << "ffmpeg could not make the audio file";
+    const QString playlist = home.write(
+        "playlist.json",
+        QJsonDocument(QJsonArray{QJsonObject{{"artist", "Ann"},
+                                             {"title", "Rain"},
+                                             {"duration", 60},
+                                             {"url", QUrl::fromLocalFile(audio).toString()}}})
+            .toJson());
+    PlayerProcess player({"--as", "mpris", "--mpris-name", "tester", "--mpris-identity", "Tester",
+                          "--playlist", playlist});
+    player.send("play");
+    ASSERT_TRUE(player.waitEvent("play"));
+
+    settings->setIsSaveLRCtoTrackTags(saving.toTrackTags);
+    settings->setIsSaveLRCtoDisk(saving.toDisk);
+    auto fetcher = std::make_unique<ScriptedFetcher>();
+    ScriptedFetcher* plugin = fetcher.get();
+    pluginToLoad = std::move(fetcher);
+    followMpris = true;
+    // The sharing upload goes nowhere.
+    setService(ServiceAddresses::kLyricSharingKey,
+               QStringLiteral("127.0.0.1:%1").arg(closedPort()));
+    launch();
+    ASSERT_TRUE(waitFor([&] { return !plugin->searches.isEmpty(); })) << "nothing held a lyric";
+    EXPECT_EQ(app->musicSource(), 4);
+    EXPECT_EQ(ports.sourceTitle, "Tester");
+
+    const QVariantMap item{{"artist", "Ann"}, {"title", "Rain"}, {"id", "1"}};
+    QMetaObject::invokeMethod(app.get(), "lyricsListFetched", Q_ARG(QVariantList, {item}));
+    ASSERT_TRUE(waitFor([&] { return !plugin->downloads.isEmpty(); }));
+    QMetaObject::invokeMethod(app.get(), "lyricsContentFetched",
+                              Q_ARG(QString, "[00:00.00]online line\n[00:30.00]later\n"),
+                              Q_ARG(QVariant, item));
+    ASSERT_TRUE(app->lrcAvailable());
+    EXPECT_EQ(app->state().lyricOrigin(), AppState::Plugin);
+
+    const auto tag = AudioFileLyrics::readLyric(audio);
+    EXPECT_EQ(tag.has_value() && tag->contains("online line"), saving.toTrackTags);
+    EXPECT_TRUE(isPlayableAudio(audio));
+    EXPECT_EQ(readFile(lyricsFolder() + "/Ann--Rain.lrc").contains("online line"), saving.toDisk);
+}
+
+INSTANTIATE_TEST_SUITE_P(Settings, MprisSaving,
+                         ::testing::Values(Saving{"TagAndFolder", true, true},
+                                           Saving{"TagOnly", true, false},
+                                           Saving{"Neither", false, false}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+} // namespace
