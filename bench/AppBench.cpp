@@ -15,10 +15,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QSettings>
 #include <QTcpServer>
@@ -124,8 +124,8 @@ void BM_SongChangeToLyricInstalled(benchmark::State& state)
         QElapsedTimer limit;
         limit.start();
         while (!installed && limit.elapsed() < 5000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
-                                            5);
+            QGuiApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
+                                           5);
         if (!installed) {
             state.SkipWithError("the lyric was not installed within 5 s");
             break;
@@ -162,7 +162,10 @@ BENCHMARK(BM_JukoraPositionRead)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
+    // The settings read fonts, which need the GUI module; nothing is shown.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
