@@ -5,7 +5,8 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config git
-  qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-tools-dev qt6-l10n-tools
+  qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+  qt6-translations-l10n
   qt6-httpserver-dev qt6-websockets-dev
   libicu-dev libxml2-dev zlib1g-dev libtag1-dev libdbus-1-dev
   libgtest-dev libgmock-dev libbenchmark-dev

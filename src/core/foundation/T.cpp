@@ -51,13 +51,13 @@ QString T::readableTime(const QDateTime& date, const QDateTime& now)
         return tr(key).replace(QLatin1String("%d"), QString::number(static_cast<long long>(n)));
     };
     if (d >= -60)
-        return tr("刚刚");
+        return QCoreApplication::translate("T", "刚刚");
     if (d >= -3600)
-        return count("%d分钟前", -d / 60);
+        return count(QT_TRANSLATE_NOOP("T", "%d分钟前"), -d / 60);
     if (d >= -86400)
-        return count("%d小时前", -d / 3600);
+        return count(QT_TRANSLATE_NOOP("T", "%d小时前"), -d / 3600);
     if (d >= -604800)
-        return count("%d天前", -d / 86400);
+        return count(QT_TRANSLATE_NOOP("T", "%d天前"), -d / 86400);
     return date.toString(QStringLiteral("yy-MM-dd"));
 }
 
