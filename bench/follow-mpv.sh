@@ -22,7 +22,10 @@ plugin=
 for p in /usr/lib/mpv-mpris/mpris.so /etc/mpv/scripts/mpris.so; do
   [[ -e $p ]] && plugin=$p && break
 done
-[[ -n $plugin ]] && command -v mpv >/dev/null || { echo "needs mpv and mpv-mpris" >&2; exit 2; }
+if [[ -z $plugin ]] || ! command -v mpv >/dev/null; then
+  echo "needs mpv and mpv-mpris" >&2
+  exit 2
+fi
 
 home=$(mktemp -d)
 pids=()
