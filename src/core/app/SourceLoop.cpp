@@ -266,8 +266,11 @@ void SourceLoop::followedSongChanged()
     if (!track || !foundation::isNonEmpty(track->title()))
         return;
     d.m_state.setSong(track->artist(), track->title());
-    if (d.m_acquisition->installFromAudioFile(d.m_followed->localFilePath()))
+    if (d.m_acquisition->installFromAudioFile(d.m_followed->localFilePath())) {
+        // The lyric was at hand: lit now, not up to a tick (200 ms) later.
+        updateAppFollowed();
         return;
+    }
     startSearch(track->artist(), track->title());
 }
 
