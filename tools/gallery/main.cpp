@@ -48,10 +48,11 @@ int main(int argc, char** argv)
                                       QStringLiteral("lines"), QStringLiteral("0"));
     const QCommandLineOption stays(QStringLiteral("notification-stays"),
                                    QStringLiteral("Keep the notification up"));
-    const QCommandLineOption panel(QStringLiteral("panel"), QStringLiteral("Preferences panel"),
-                                   QStringLiteral("index"), QStringLiteral("0"));
+    const QCommandLineOption panelIndex(QStringLiteral("panel"),
+                                        QStringLiteral("Preferences panel"),
+                                        QStringLiteral("index"), QStringLiteral("0"));
     options.addOptions(
-        {mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays, panel});
+        {mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays, panelIndex});
     options.process(app);
     const QString shown = options.value(mode);
     const auto wants = [&](const char* name) {
@@ -62,22 +63,6 @@ int main(int argc, char** argv)
     auto settings = Settings::launch(std::make_unique<QSettings>(
         folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
     settings->setIsShowSingleLineBG(!options.isSet(plain));
-
-    // The preferences window alone, on the panel asked for; its buttons open nothing.
-    struct NoDesktop : DesktopPort {
-        void openUrl(const QUrl&) override {}
-        void revealFile(const QString&) override {}
-        void openInTextEditor(const QString&) override {}
-    } noDesktop;
-    const ServiceAddresses addresses(std::make_unique<QSettings>(
-        folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
-    std::unique_ptr<PreferenceController> preferences;
-    if (shown == QLatin1String("preferences")) {
-        preferences = std::make_unique<PreferenceController>(
-            *settings, addresses, noDesktop, [] { return QStringLiteral("LRCLIB v(1)"); });
-        preferences->selectPanelAtIndex(options.value(panel).toInt());
-        preferences->centerAndShow();
-    }
 
     Lyric lyric;
     if (options.isSet(lyricFile))
@@ -131,6 +116,22 @@ int main(int argc, char** argv)
         notification.showWindow();
         if (options.isSet(stays))
             notification.hideTimer()->stop();
+    }
+
+    // The preferences window alone, on the panel asked for; its buttons open nothing.
+    struct NoDesktop : DesktopPort {
+        void openUrl(const QUrl&) override {}
+        void revealFile(const QString&) override {}
+        void openInTextEditor(const QString&) override {}
+    } noDesktop;
+    const ServiceAddresses addresses(std::make_unique<QSettings>(
+        folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
+    std::unique_ptr<PreferenceController> preferences;
+    if (shown == QLatin1String("preferences")) {
+        preferences = std::make_unique<PreferenceController>(
+            *settings, addresses, noDesktop, [] { return QStringLiteral("LRCLIB v(1)"); });
+        preferences->selectPanelAtIndex(options.value(panelIndex).toInt());
+        preferences->centerAndShow();
     }
 
     // The simulated player: the position advances in real time, read five times a second.

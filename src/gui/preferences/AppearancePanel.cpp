@@ -46,6 +46,7 @@ AppearancePanel::AppearancePanel(QWidget* parent)
 QLineEdit* AppearancePanel::fontRow(const QString& label, QPushButton** choose)
 {
     auto* row = new QHBoxLayout;
+    row->setSpacing(8);
     auto* field = new QLineEdit(this);
     field->setReadOnly(true);
     field->setFocusPolicy(Qt::NoFocus);

@@ -4,6 +4,7 @@
 #include "preferences/AppearancePanel.h"
 #include "preferences/ColorWell.h"
 #include "preferences/HelpPages.h"
+#include "preferences/PreferenceIcons.h"
 #include "preferences/PreferenceSwitches.h"
 #include "settings/Settings.h"
 #include "store/LyricControl.h"
@@ -18,7 +19,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -189,14 +189,11 @@ QIcon PreferenceController::imageForPreferencePanelAt(int index) const
 {
     switch (index) {
     case General:
-        return QIcon::fromTheme(QStringLiteral("preferences-system"),
-                                style()->standardIcon(QStyle::SP_ComputerIcon));
+        return PreferenceIcons::general();
     case Appearance:
-        return QIcon::fromTheme(QStringLiteral("preferences-desktop-theme"),
-                                style()->standardIcon(QStyle::SP_DesktopIcon));
+        return PreferenceIcons::appearance();
     case Lyric:
-        return QIcon::fromTheme(QStringLiteral("audio-x-generic"),
-                                style()->standardIcon(QStyle::SP_MediaVolume));
+        return PreferenceIcons::lyric();
     default:
         return {};
     }
