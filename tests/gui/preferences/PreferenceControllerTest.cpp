@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QToolBar>
 
 #include <gtest/gtest.h>
@@ -76,8 +77,12 @@ protected:
 
 TEST_F(Preferences, PanelsAreTitledAndSwitchKeepingTheTopEdge)
 {
+    window->move(0, 0);
     window->centerAndShow();
     EXPECT_TRUE(window->isVisible());
+    const QPoint offCentre =
+        window->frameGeometry().center() - window->screen()->availableGeometry().center();
+    EXPECT_LE(offCentre.manhattanLength(), 8); // from the corner to the middle
     const int top = window->geometry().top();
     EXPECT_EQ(window->windowTitle(), "General");
     for (int index : {1, 2, 0}) {
