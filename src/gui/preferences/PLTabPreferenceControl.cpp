@@ -54,7 +54,9 @@ QAction* PLTabPreferenceControl::toolbarItemForIdentifier(const QString& identif
     if (index < 0 || !m_delegate)
         return nullptr;
     auto* item = new QAction(m_delegate->imageForPreferencePanelAt(index),
-                             m_delegate->titleForPreferencePanelAt(index), m_group);
+                             m_delegate->titleForPreferencePanelAt(index), this);
+    if (m_group)
+        m_group->addAction(item);
     item->setData(identifier);
     item->setProperty(kTagProperty, index);
     item->setCheckable(true);
