@@ -1,15 +1,19 @@
 // versewick-gallery: every display with a sample lyric and a simulated clock, for screenshots
 // and measurements. Uses a settings file of its own in a temporary folder.
-//   versewick-gallery [--mode all|scroll|strip|notification|hud] [--plain] [--start SECONDS]
+//   versewick-gallery [--mode all|scroll|strip|notification|hud|preferences] [--panel INDEX]
+//                     [--plain] [--start SECONDS]
 //                     [--backdrop split|light|dark|none] [--quit-after SECONDS]
 //                     [--lyric FILE.lrc] [--generate LINES] [--notification-stays]
 #include "Backdrop.h"
 #include "SampleLyric.h"
+#include "app/DesktopPort.h"
 #include "display/AppController.h"
 #include "display/HUDWindow.h"
 #include "display/NotificationWindowController.h"
 #include "display/SingleLineModeController.h"
 #include "lyric/Lyric.h"
+#include "preferences/PreferenceController.h"
+#include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
 
 #include <QApplication>
@@ -44,7 +48,11 @@ int main(int argc, char** argv)
                                       QStringLiteral("lines"), QStringLiteral("0"));
     const QCommandLineOption stays(QStringLiteral("notification-stays"),
                                    QStringLiteral("Keep the notification up"));
-    options.addOptions({mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays});
+    const QCommandLineOption panelIndex(QStringLiteral("panel"),
+                                        QStringLiteral("Preferences panel"),
+                                        QStringLiteral("index"), QStringLiteral("0"));
+    options.addOptions(
+        {mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays, panelIndex});
     options.process(app);
     const QString shown = options.value(mode);
     const auto wants = [&](const char* name) {
@@ -108,6 +116,22 @@ int main(int argc, char** argv)
         notification.showWindow();
         if (options.isSet(stays))
             notification.hideTimer()->stop();
+    }
+
+    // The preferences window alone, on the panel asked for; its buttons open nothing.
+    struct NoDesktop : DesktopPort {
+        void openUrl(const QUrl&) override {}
+        void revealFile(const QString&) override {}
+        void openInTextEditor(const QString&) override {}
+    } noDesktop;
+    const ServiceAddresses addresses(std::make_unique<QSettings>(
+        folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
+    std::unique_ptr<PreferenceController> preferences;
+    if (shown == QLatin1String("preferences")) {
+        preferences = std::make_unique<PreferenceController>(
+            *settings, addresses, noDesktop, [] { return QStringLiteral("LRCLIB v(1)"); });
+        preferences->selectPanelAtIndex(options.value(panelIndex).toInt());
+        preferences->centerAndShow();
     }
 
     // The simulated player: the position advances in real time, read five times a second.

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "app/PreferencesPort.h"
+#include "preferences/LyricAppearanceEditor.h"
+#include "preferences/PLTabPreferenceControl.h"
+#include "preferences/PLTabPreferenceDelegate.h"
+
+#include <QFont>
+#include <QHash>
+
+#include <functional>
+
+class AppearancePanel;
+class ColorWell;
+class DesktopPort;
+class QCheckBox;
+class QFontDialog;
+class QLabel;
+class QLineEdit;
+class QVBoxLayout;
+class ServiceAddresses;
+class Settings;
+
+// The application's preferences window: General (switches, feedback), Appearance (fonts,
+// colours, Default and Apply) and Lyric (saving switches, the plug-in, the lyrics folder, help
+// pages). Switches write their setting at once; colours wait for Apply.
+class PreferenceController : public PLTabPreferenceControl,
+                             public PLTabPreferenceDelegate,
+                             public PreferencesPort {
+    Q_OBJECT
+public:
+    enum Panel { General = 0, Appearance = 1, Lyric = 2 };
+
+    // pluginInfo describes the loaded lyric plug-in ("" when there is none).
+    PreferenceController(Settings& settings, const ServiceAddresses& addresses,
+                         DesktopPort& desktop, std::function<QString()> pluginInfo,
+                         QWidget* parent = nullptr);
+    ~PreferenceController() override;
+
+    void centerAndShow() override;
+
+    int countOfPreferencePanels() const override { return 3; }
+    QString titleForPreferencePanelAt(int index) const override;
+    QIcon imageForPreferencePanelAt(int index) const override;
+    QWidget* panelViewForPreferencePanelAt(int index) const override;
+    void prefViewWillAppear(QWidget* view, int index) override;
+    void prefViewDidAppear(QWidget* view, int index) override;
+
+    void updateLyricAppearancePanel();
+    void updateFontField();
+    void updateFontFieldSingleLine();
+    void onLyricStyleDefault();
+    void onLyricStyleApply();
+    void onLyricFontChoose();
+    void onLyricFontChooseLineMode();
+    void changeFont(const QFont& font);
+    void onRevealLyricsFolder();
+    void onFeedBack();
+    void onDownloadJukora();
+    void onTutorialDownloadLRC();
+
+    QLineEdit* fontField() const;
+    QLineEdit* fontFieldLineMode() const;
+    ColorWell* colorWellNormal() const;
+    ColorWell* colorWellHighlight() const;
+    QCheckBox* switchFor(const QString& property) const { return m_switches.value(property); }
+    QLabel* pluginInfoLabel() const { return m_pluginInfoLabel; }
+    QFontDialog* fontDialog() const { return m_fontDialog; }
+    bool isModifyStreamFont() const { return m_editor.isModifyStreamFont(); }
+
+Q_SIGNALS:
+    // The displays should read their look from the settings again (Default, Apply, the strip's
+    // background switch). The application connects it to its lyric view reload.
+    void reloadLyricViewRequested();
+
+private:
+    QWidget* buildGeneralPanel();
+    QWidget* buildLyricPanel();
+    void addSwitches(QWidget* owner, QVBoxLayout* layout, int panel);
+    void updateSwitches();
+    void updatePluginInfo();
+    void openFontDialog();
+
+    Settings& m_settings;
+    const ServiceAddresses& m_addresses;
+    DesktopPort& m_desktop;
+    std::function<QString()> m_pluginInfo;
+    LyricAppearanceEditor m_editor;
+
+    // The panels and dialogs are owned by this window (Qt parent).
+    QWidget* m_prefGeneralView = nullptr;
+    AppearancePanel* m_prefAppearanceView = nullptr;
+    QWidget* m_prefLyric = nullptr;
+    QHash<QString, QCheckBox*> m_switches;
+    QLabel* m_pluginInfoLabel = nullptr;
+    QFontDialog* m_fontDialog = nullptr;
+};
