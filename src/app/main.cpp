@@ -55,6 +55,7 @@ int main(int argc, char** argv)
     panel.setContextMenu(menu.menu());
     SingleLineModeController strip(&settings);
     StripPort stripPort(strip);
+    stripPort.setContextMenu(menu.menu());
     DesktopWindowFactory windows(addresses, []() -> std::unique_ptr<PreferencesPort> {
         return nullptr; // preferences: PreferenceController
     });

@@ -1,12 +1,12 @@
 #include "app/LyricPanel.h"
 
+#include "app/MenuOnRightClick.h"
 #include "app/StartupClock.h"
 #include "display/AppController.h"
 #include "display/HUDWindow.h"
 #include "display/WindowFrameAutosave.h"
 #include "settings/Settings.h"
 
-#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPainter>
@@ -101,6 +101,14 @@ void LyricPanel::placeSearchButton()
                                     kSearchButtonSize, kSearchButtonSize);
 }
 
+void LyricPanel::setContextMenu(QMenu* menu)
+{
+    m_menu = menu;
+    delete m_menuFilter;
+    if (menu)
+        m_menuFilter = new MenuOnRightClick(m_window.get(), menu);
+}
+
 void LyricPanel::setTitle(const QString& title)
 {
     if (m_window->title() != title)
@@ -125,12 +133,6 @@ bool LyricPanel::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::Resize:
         placeSearchButton();
-        break;
-    case QEvent::ContextMenu:
-        if (m_menu) {
-            m_menu->popup(static_cast<QContextMenuEvent*>(event)->globalPos());
-            return true;
-        }
         break;
     case QEvent::Paint:
         if (!m_painted) {

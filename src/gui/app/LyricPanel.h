@@ -44,7 +44,7 @@ public:
 
     void setSearchAction(std::function<void()> action) { m_search = std::move(action); }
     // Not owned; shown on a right click.
-    void setContextMenu(QMenu* menu) { m_menu = menu; }
+    void setContextMenu(QMenu* menu);
     // Prints, at the first paint, the time since the process started (for measurements).
     void reportFirstPaint(bool on) { m_reportFirstPaint = on; }
 
@@ -63,6 +63,7 @@ private:
     QPushButton* m_searchButton = nullptr; // owned by the window
     WindowFrameAutosave* m_autosave = nullptr;
     QPointer<QMenu> m_menu;
+    QPointer<QObject> m_menuFilter;
     std::function<void()> m_search;
     bool m_reportFirstPaint = false;
     bool m_painted = false;

@@ -34,6 +34,7 @@ protected:
         panel->setSearchAction([this] { ++searches; });
         strip = std::make_unique<SingleLineModeController>(settings.get());
         stripPort = std::make_unique<StripPort>(*strip);
+        stripPort->setContextMenu(menu->menu());
         windows = std::make_unique<DesktopWindowFactory>(*addresses, nullptr);
 
         itunes = std::make_unique<iTunesControl>(Workspace::sharedWorkspace(),

@@ -94,6 +94,17 @@ TEST_F(StatusMenuTest, WithoutATrayThePanelsContextMenuOffersEveryItem)
     windows->aboutBox()->close();
 }
 
+TEST_F(StatusMenuTest, InLineModeTheStripOffersTheMenuToo)
+{
+    settings->setLyricStyle(1);
+    launchDesktop();
+    ASSERT_TRUE(stripShown());
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(5, 5));
+    QCoreApplication::sendEvent(strip->window(), &event);
+    EXPECT_TRUE(waitFor([&] { return menu->menu()->isVisible(); }, 2000));
+    menu->menu()->hide();
+}
+
 TEST_F(StatusMenuTest, PanelSearchButtonSitsInTheTitleStripAndSearches)
 {
     launchDesktop();
