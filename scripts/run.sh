@@ -20,30 +20,31 @@ seconds=${VERSEWICK_DEMO_SECONDS:-40}
 
 source scripts/demo-home.sh
 
-# The player's commands: play the playlist, and append it again before it runs out.
-commands() {
-  echo play
-  while sleep 150; do
-    echo "add The Morvane Players | Lanterns on the Quay | Harbour Songs | 75"
-    echo "add Juniper Lane | Paper Kites | Small Weather | 41"
-    echo "add Mira Calder | Night Tram Home | Last Stop | 40"
-  done
-}
-export -f commands
+# The player's commands: play the playlist, and append it again before it runs out. (A file:
+# xvfb-run's shell would drop an exported function.)
+cat >"$demo/commands.sh" <<'END'
+echo play
+while sleep 150; do
+  echo "add The Morvane Players | Lanterns on the Quay | Harbour Songs | 75"
+  echo "add Juniper Lane | Paper Kites | Small Weather | 41"
+  echo "add Mira Calder | Night Tram Home | Last Stop | 40"
+done
+END
+export VERSEWICK_DEMO_COMMANDS=$demo/commands.sh
 
 quiet() { grep -v "Failed to set fd limit" >&2 || true; }
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   echo "Versewick is starting with the demo songs; quit it from its menu or with Ctrl-C."
   dbus-run-session -- bash -c '
-    commands | "$1/versewick-player" --as jukora --playlist share/demo/playlist.json >/dev/null &
+    bash "$VERSEWICK_DEMO_COMMANDS" | "$1/versewick-player" --as jukora --playlist share/demo/playlist.json >/dev/null &
     player=$!
     "$1/versewick"
     kill "$player" 2>/dev/null || true' demo "$bin" 2> >(quiet)
 else
   echo "No display: running Versewick under Xvfb for $seconds s; the sung lines follow."
   xvfb-run -a -s "-screen 0 1600x900x24" dbus-run-session -- bash -c '
-    commands | "$1/versewick-player" --as jukora --playlist share/demo/playlist.json >/dev/null &
+    bash "$VERSEWICK_DEMO_COMMANDS" | "$1/versewick-player" --as jukora --playlist share/demo/playlist.json >/dev/null &
     player=$!
     "$1/versewick" &
     app=$!
