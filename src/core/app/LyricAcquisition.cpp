@@ -243,6 +243,11 @@ void LyricAcquisition::showSearchWindow()
         if (!item)
             return;
         d.searchWC->showFor(item->title(), item->artist());
+    } else if (d.m_musicSource == MusicSourceKindMpris && d.m_followed) {
+        const TrackItem* track = d.m_followed->track();
+        if (!track)
+            return;
+        d.searchWC->showFor(track->title(), track->artist());
     }
 }
 

@@ -14,9 +14,10 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
-LyricManagerWC::LyricManagerWC(std::unique_ptr<WindowDesktop> desktop, QWidget* parent)
+LyricManagerWC::LyricManagerWC(std::unique_ptr<DesktopPort> desktop, QWidget* parent)
     : QWidget(parent, Qt::Window)
     , m_desktop(desktop ? std::move(desktop) : std::make_unique<SystemDesktop>())
 {
@@ -210,7 +211,7 @@ QMenu* LyricManagerWC::tableViewMenuForRows(const QList<int>&)
 
 void LyricManagerWC::onShowLyricsFolder()
 {
-    m_desktop->openFolder(LyricControl::lyricsPath());
+    m_desktop->openUrl(QUrl::fromLocalFile(LyricControl::lyricsPath()));
 }
 
 void LyricManagerWC::syncSelectionToController()

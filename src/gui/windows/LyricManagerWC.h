@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/WindowDesktop.h"
+#include "app/DesktopPort.h"
 
 #include <QList>
 #include <QWidget>
@@ -27,7 +27,7 @@ public:
     using NowPlayingProvider = std::function<QString()>;
 
     // desktop: nullptr uses the system desktop.
-    explicit LyricManagerWC(std::unique_ptr<WindowDesktop> desktop = nullptr,
+    explicit LyricManagerWC(std::unique_ptr<DesktopPort> desktop = nullptr,
                             QWidget* parent = nullptr);
     ~LyricManagerWC() override;
 
@@ -68,7 +68,7 @@ private:
     void syncSelectionToController();
     void syncSelectionToView();
 
-    std::unique_ptr<WindowDesktop> m_desktop;
+    std::unique_ptr<DesktopPort> m_desktop;
     QLineEdit* m_searchField = nullptr;
     int m_curSearchType = 0;
     LyricControl* m_lyricControl = nullptr;              // not owned

@@ -8,6 +8,11 @@
 #include <QFileInfo>
 #include <QUrl>
 
+void SystemDesktop::openUrl(const QUrl& url)
+{
+    QDesktopServices::openUrl(url);
+}
+
 void SystemDesktop::openInTextEditor(const QString& path)
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(path));
@@ -18,7 +23,7 @@ void SystemDesktop::revealFile(const QString& path)
     const QString folder = QFileInfo(path).absolutePath();
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
-        openFolder(folder);
+        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
         return;
     }
     QDBusMessage call = QDBusMessage::createMethodCall(
@@ -34,9 +39,4 @@ void SystemDesktop::revealFile(const QString& path)
                              QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
                          self->deleteLater();
                      });
-}
-
-void SystemDesktop::openFolder(const QString& path)
-{
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }

@@ -53,6 +53,8 @@ TEST_P(MprisSaving, AnOnlineLyricGoesWhereTheSettingsSay)
     ASSERT_TRUE(waitFor([&] { return !plugin->searches.isEmpty(); })) << "nothing held a lyric";
     EXPECT_EQ(app->musicSource(), 4);
     EXPECT_EQ(ports.sourceTitle, "Tester");
+    app->showSearchWindow(); // filled with the MPRIS song, as for the other players
+    EXPECT_EQ(ports.entries("search.show"), QStringList{"search.show Rain / Ann"});
 
     const QVariantMap item{{"artist", "Ann"}, {"title", "Rain"}, {"id", "1"}};
     QMetaObject::invokeMethod(app.get(), "lyricsListFetched", Q_ARG(QVariantList, {item}));

@@ -1,9 +1,9 @@
 #include "windows/LyricManagerWC.h"
 
+#include "app/DesktopPort.h"
 #include "store/LyricControl.h"
 #include "store/NSArrayControllerLyric.h"
 #include "windows/ContextMenuTableView.h"
-#include "windows/WindowDesktop.h"
 
 #include "support/TempHome.h"
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-struct RecordingDesktop : WindowDesktop {
+struct RecordingDesktop : DesktopPort {
     QStringList* calls;
     explicit RecordingDesktop(QStringList* log)
         : calls(log)
@@ -28,7 +28,7 @@ struct RecordingDesktop : WindowDesktop {
     }
     void openInTextEditor(const QString& path) override { calls->append("edit " + path); }
     void revealFile(const QString& path) override { calls->append("reveal " + path); }
-    void openFolder(const QString& path) override { calls->append("folder " + path); }
+    void openUrl(const QUrl& url) override { calls->append("open " + url.toString()); }
 };
 
 class LyricManagerWCTest : public ::testing::Test {
@@ -121,8 +121,9 @@ TEST_F(LyricManagerWCTest, EditRevealAndFolderGoToTheDesktop)
     window->revealLyric();
     window->onShowLyricsFolder();
     const QString path = LyricControl::_pathForIdentify(QStringLiteral("Nina--Feeling Good.lrc"));
-    EXPECT_EQ(calls, (QStringList{"edit " + path, "reveal " + path,
-                                  "folder " + LyricControl::lyricsPath()}));
+    EXPECT_EQ(calls,
+              (QStringList{"edit " + path, "reveal " + path,
+                           "open " + QUrl::fromLocalFile(LyricControl::lyricsPath()).toString()}));
 }
 
 TEST_F(LyricManagerWCTest, DeletedFileSaysSoAndOpensNothing)

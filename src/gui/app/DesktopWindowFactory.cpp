@@ -1,0 +1,75 @@
+#include "app/DesktopWindowFactory.h"
+
+#include "app/AppDelegate.h"
+#include "app/LyricManagerWindow.h"
+#include "app/LyricPluginLoader.h"
+#include "app/NotificationPanel.h"
+#include "app/PreferencesPort.h"
+#include "app/SearchWindow.h"
+#include "settings/ServiceAddresses.h"
+#include "tray/AppIcon.h"
+#include "windows/SystemDesktop.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+DesktopWindowFactory::DesktopWindowFactory(ServiceAddresses& addresses,
+                                           PreferencesFactory preferences)
+    : m_addresses(addresses)
+    , m_preferences(std::move(preferences))
+{
+}
+
+DesktopWindowFactory::~DesktopWindowFactory() = default;
+
+void DesktopWindowFactory::setDelegate(AppDelegate* delegate)
+{
+    m_delegate = delegate;
+}
+
+// The window's fetcher is a new instance of the plug-in the controller uses: the bundles are
+// loaded again (their libraries already are), so each one's instance() is called once more.
+std::unique_ptr<SearchWindowPort> DesktopWindowFactory::createSearchWindow(AppDelegate& delegate)
+{
+    LyricPluginLoader::Loaded loaded = LyricPluginLoader::loadLyricPlugin(delegate.allBundles());
+    return std::make_unique<SearchWindow>(delegate, std::move(loaded.fetcher), loaded.info,
+                                          m_addresses.lyricServerHost());
+}
+
+std::unique_ptr<LyricManagerPort> DesktopWindowFactory::createLyricManager()
+{
+    if (!m_delegate)
+        return nullptr;
+    return std::make_unique<LyricManagerWindow>(*m_delegate, std::make_unique<SystemDesktop>());
+}
+
+std::unique_ptr<PreferencesPort> DesktopWindowFactory::createPreferences()
+{
+    return m_preferences ? m_preferences() : nullptr;
+}
+
+std::unique_ptr<NotificationPort> DesktopWindowFactory::createNotification(AppDelegate& delegate)
+{
+    return std::make_unique<NotificationPanel>(delegate);
+}
+
+// Not modal: the lyric displays keep moving while it is open.
+void DesktopWindowFactory::showAbout()
+{
+    if (!m_about) {
+        m_about = std::make_unique<QMessageBox>();
+        m_about->setWindowTitle(QCoreApplication::translate("DesktopWindowFactory", "About %1")
+                                    .arg(QStringLiteral("Versewick")));
+        m_about->setIconPixmap(AppIcon::icon().pixmap(64, 64));
+        m_about->setTextFormat(Qt::RichText);
+        m_about->setStandardButtons(QMessageBox::Close);
+    }
+    m_about->setText(
+        QCoreApplication::translate(
+            "DesktopWindowFactory",
+            "<b>Versewick %1</b><p>Lyrics in time with the music you play.</p><p>%2</p>")
+            .arg(QCoreApplication::applicationVersion(), m_addresses.helpPage().toHtmlEscaped()));
+    m_about->show();
+    m_about->raise();
+    m_about->activateWindow();
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/WindowFactoryPort.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+
+class QMessageBox;
+class ServiceAddresses;
+
+// Creates the application's windows as widgets. The preferences window comes from a function
+// the program supplies (it may answer null: no preferences window).
+class DesktopWindowFactory : public WindowFactoryPort {
+public:
+    using PreferencesFactory = std::function<std::unique_ptr<PreferencesPort>()>;
+
+    DesktopWindowFactory(ServiceAddresses& addresses, PreferencesFactory preferences);
+    ~DesktopWindowFactory() override;
+
+    std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate& delegate) override;
+    std::unique_ptr<LyricManagerPort> createLyricManager() override;
+    std::unique_ptr<PreferencesPort> createPreferences() override;
+    std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) override;
+    void showAbout() override;
+    // Nothing to do: each window raises and activates itself when shown from the menu, and
+    // the floating displays never take the focus.
+    void activateApplication() override {}
+
+    // The lyric manager asks this controller for the song now playing.
+    void setDelegate(AppDelegate* delegate);
+    QMessageBox* aboutBox() const { return m_about.get(); }
+
+private:
+    ServiceAddresses& m_addresses;
+    PreferencesFactory m_preferences;
+    QPointer<AppDelegate> m_delegate;
+    std::unique_ptr<QMessageBox> m_about;
+};

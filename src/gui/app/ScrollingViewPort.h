@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/LyricViewPort.h"
+#include "display/AppController.h"
+
+// The scrolling lyric view's controller as the application controller sees it.
+class ScrollingViewPort : public LyricViewPort {
+public:
+    explicit ScrollingViewPort(AppController& controller)
+        : m_controller(controller)
+    {
+    }
+
+    void setParser(Lyric* lyric) override { m_controller.setParser(lyric); }
+    void updateTime(float seconds) override { m_controller.updateTime(seconds); }
+    void setInfo(const QString& info) override { m_controller.setInfo(info); }
+    void updateConfigs() override { m_controller.updateConfigs(); }
+
+private:
+    AppController& m_controller;
+};

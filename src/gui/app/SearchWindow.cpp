@@ -1,0 +1,42 @@
+#include "app/SearchWindow.h"
+
+#include "app/AppDelegate.h"
+#include "windows/LyricSearchWC.h"
+
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QScreen>
+
+SearchWindow::SearchWindow(AppDelegate& delegate, std::unique_ptr<QObject> fetcher,
+                           const QString& fetcherName, const QString& lyricServerHost)
+    : m_delegate(delegate)
+    , m_fetcher(std::move(fetcher))
+    , m_window(std::make_unique<LyricSearchWC>())
+{
+    m_window->setDelegate(this);
+    m_window->setLyricServerHost(lyricServerHost);
+    m_window->setLyricFetcher(m_fetcher.get(), fetcherName);
+}
+
+// The window goes first: it may still hold the fetcher as its delegate.
+SearchWindow::~SearchWindow()
+{
+    m_window.reset();
+}
+
+void SearchWindow::showFor(const QString& title, const QString& artist)
+{
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        QRect frame = m_window->frameGeometry();
+        frame.moveCenter(screen->availableGeometry().center());
+        m_window->move(frame.topLeft());
+    }
+    m_window->showWindow();
+    m_window->textTitle()->setText(title);
+    m_window->textArtist()->setText(artist);
+}
+
+void SearchWindow::setupLRCcontent(const QString& text)
+{
+    m_delegate.setupLRCcontent(text);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/StatusMenuPort.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class AppDelegate;
+class QAction;
+class QMenu;
+class QSystemTrayIcon;
+
+// The status menu: the active source's name, "Show LRC"/"Hide LRC", the two display modes
+// with their check marks, search lyrics, the lyric manager, preferences, about and quit. In the
+// system tray when there is one; the lyric panel offers the same menu on a right click.
+class StatusMenu : public QObject, public StatusMenuPort {
+    Q_OBJECT
+public:
+    explicit StatusMenu(QObject* parent = nullptr);
+    ~StatusMenu() override;
+
+    // The controller the items act on; set once it exists. Without one the items do nothing.
+    void setDelegate(AppDelegate* delegate);
+    // Puts the icon in the system tray when a tray is there; false when there is none.
+    bool showInTray();
+
+    void setSourceTitle(const QString& title) override;
+    void setToggleTitle(const QString& title) override;
+    void setModeStreamOn(bool on) override;
+    void setModeLineOn(bool on) override;
+
+    QMenu* menu() const { return m_menu.get(); }
+    QSystemTrayIcon* trayIcon() const { return m_tray.get(); }
+    QAction* sourceItem() const { return m_source; }
+    QAction* toggleItem() const { return m_toggle; }
+    QAction* modeStreamItem() const { return m_modeStream; }
+    QAction* modeLineItem() const { return m_modeLine; }
+    QAction* searchItem() const { return m_search; }
+    QAction* lyricManagerItem() const { return m_manager; }
+    QAction* preferencesItem() const { return m_preferences; }
+    QAction* aboutItem() const { return m_about; }
+    QAction* quitItem() const { return m_quit; }
+
+private:
+    QAction* addItem(const QString& title, void (AppDelegate::*action)());
+
+    std::unique_ptr<QMenu> m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_tray;
+    QPointer<AppDelegate> m_delegate;
+    QAction* m_source = nullptr; // actions are owned by the menu
+    QAction* m_toggle = nullptr;
+    QAction* m_modeStream = nullptr;
+    QAction* m_modeLine = nullptr;
+    QAction* m_search = nullptr;
+    QAction* m_manager = nullptr;
+    QAction* m_preferences = nullptr;
+    QAction* m_about = nullptr;
+    QAction* m_quit = nullptr;
+};

@@ -1,0 +1,95 @@
+// The versewick executable itself: it starts, owns its bus name, lets a second start show its
+// window and exit 0, and quits through the service.
+#include "app/AppDBusService.h"
+
+#include "support/PlayerProcess.h"
+#include "support/TempHome.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
+#include <QDBusReply>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class DesktopAppProcess : public ::testing::Test {
+protected:
+    TempHome home;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    QProcess first;
+
+    void SetUp() override { ASSERT_TRUE(bus.isConnected()); }
+    void TearDown() override
+    {
+        if (first.state() != QProcess::NotRunning) {
+            first.kill();
+            first.waitForFinished(5000);
+        }
+    }
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("HOME", home.path());
+        env.insert("XDG_CONFIG_HOME", home.filePath("config"));
+        env.insert("XDG_DATA_HOME", home.filePath("data"));
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("VERSEWICK_QQMUSIC_PORT", "9");
+        return env;
+    }
+    void start(QProcess& process) const
+    {
+        process.setProcessEnvironment(environment());
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(QStringLiteral(VERSEWICK_APP), {});
+    }
+    bool nameOwned() const
+    {
+        return bus.interface()->isServiceRegistered(AppDBusService::kServiceName).value();
+    }
+    QDBusInterface service() const
+    {
+        return QDBusInterface(AppDBusService::kServiceName, AppDBusService::kObjectPath,
+                              AppDBusService::kInterface, bus);
+    }
+    bool windowVisible() const { return service().property("LyricWindowVisible").toBool(); }
+};
+
+TEST_F(DesktopAppProcess, StartsOwnsTheNameShowsItsWindowAndQuitsThroughTheService)
+{
+    start(first);
+    ASSERT_TRUE(first.waitForStarted(10000));
+    ASSERT_TRUE(waitFor([&] { return nameOwned(); }, 20000));
+    EXPECT_TRUE(windowVisible());
+    EXPECT_EQ(service().property("Mode").toInt(), 0);
+
+    service().call("Quit");
+    ASSERT_TRUE(first.waitForFinished(10000));
+    EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(first.exitCode(), 0);
+    EXPECT_TRUE(waitFor([&] { return !nameOwned(); }, 5000));
+}
+
+TEST_F(DesktopAppProcess, ASecondStartShowsTheFirstsWindowAndExitsZero)
+{
+    start(first);
+    ASSERT_TRUE(waitFor([&] { return nameOwned(); }, 20000));
+    service().call("ToggleLyricsWindow");
+    ASSERT_TRUE(waitFor([&] { return !windowVisible(); }, 5000));
+
+    for (int round = 0; round < 2; ++round) { // the second round must not hide it again
+        QProcess second;
+        start(second);
+        ASSERT_TRUE(second.waitForFinished(20000)) << round;
+        EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(second.exitCode(), 0);
+        EXPECT_TRUE(waitFor([&] { return windowVisible(); }, 5000)) << round;
+    }
+    EXPECT_EQ(first.state(), QProcess::Running);
+    service().call("Quit");
+    EXPECT_TRUE(first.waitForFinished(10000));
+}
+
+} // namespace
