@@ -57,6 +57,55 @@
     </message>
 </context>
 <context>
+    <name>AppearancePanel</name>
+    <message>
+        <source>Lyric font:</source>
+        <translation>歌词字体：</translation>
+    </message>
+    <message>
+        <source>Single-line font:</source>
+        <translation>单行歌词字体：</translation>
+    </message>
+    <message>
+        <source>Lyric colour:</source>
+        <translation>歌词颜色：</translation>
+    </message>
+    <message>
+        <source>Highlighted colour:</source>
+        <translation>高亮颜色：</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>恢复默认</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>选择…</translation>
+    </message>
+</context>
+<context>
+    <name>ColorWell</name>
+    <message>
+        <source>No colour</source>
+        <translation>无颜色</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopWindowFactory</name>
+    <message>
+        <source>About %1</source>
+        <translation>关于 %1</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Versewick %1&lt;/b&gt;&lt;p&gt;Lyrics in time with the music you play.&lt;/p&gt;&lt;p&gt;%2&lt;/p&gt;</source>
+        <translation>&lt;b&gt;Versewick %1&lt;/b&gt;&lt;p&gt;歌词随你播放的音乐同步显示。&lt;/p&gt;&lt;p&gt;%2&lt;/p&gt;</translation>
+    </message>
+</context>
+<context>
     <name>LyricManagerWC</name>
     <message>
         <source>Lyric Manager</source>
@@ -121,6 +170,13 @@
     <message>
         <source>Total %1 items</source>
         <translation>共 %1 项</translation>
+    </message>
+</context>
+<context>
+    <name>LyricPanel</name>
+    <message>
+        <source>Search lyrics</source>
+        <translation>搜索歌词</translation>
     </message>
 </context>
 <context>
@@ -201,6 +257,104 @@
     <message>
         <source>File Name</source>
         <translation>文件名</translation>
+    </message>
+</context>
+<context>
+    <name>PreferenceController</name>
+    <message>
+        <source>Traditional Chinese</source>
+        <translation>繁体中文</translation>
+    </message>
+    <message>
+        <source>Launch and quit with iTunes</source>
+        <translation>随 iTunes 启动和退出</translation>
+    </message>
+    <message>
+        <source>Show a notification when the song changes</source>
+        <translation>切换歌曲时显示通知</translation>
+    </message>
+    <message>
+        <source>Show the single-line background</source>
+        <translation>显示单行歌词背景</translation>
+    </message>
+    <message>
+        <source>Save downloaded lyrics to the lyrics folder</source>
+        <translation>将下载的歌词保存到歌词文件夹</translation>
+    </message>
+    <message>
+        <source>Save downloaded lyrics to the track&apos;s tags</source>
+        <translation>将下载的歌词保存到歌曲标签</translation>
+    </message>
+    <message>
+        <source>Send Feedback…</source>
+        <translation>发送反馈…</translation>
+    </message>
+    <message>
+        <source>Show Lyrics Folder</source>
+        <translation>显示歌词文件夹</translation>
+    </message>
+    <message>
+        <source>Lyric plug-in:</source>
+        <translation>歌词插件：</translation>
+    </message>
+    <message>
+        <source>How to Download Lyrics</source>
+        <translation>如何下载歌词</translation>
+    </message>
+    <message>
+        <source>Get the Jukora Player</source>
+        <translation>获取 Jukora 播放器</translation>
+    </message>
+    <message>
+        <source>No lyric plug-in is loaded.</source>
+        <translation>未加载歌词插件。</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>通用</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>外观</translation>
+    </message>
+    <message>
+        <source>Lyric</source>
+        <translation>歌词</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>Stream Mode</source>
+        <translation>滚动模式</translation>
+    </message>
+    <message>
+        <source>Line Mode</source>
+        <translation>单行模式</translation>
+    </message>
+    <message>
+        <source>Search Lyrics...</source>
+        <translation>搜索歌词...</translation>
+    </message>
+    <message>
+        <source>Lyric Manager...</source>
+        <translation>歌词管理器...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>首选项...</translation>
+    </message>
+    <message>
+        <source>About Versewick</source>
+        <translation>关于 Versewick</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>Versewick: %1</source>
+        <translation>Versewick：%1</translation>
     </message>
 </context>
 <context>
