@@ -1,6 +1,5 @@
 #include "platform/ScriptingObject.h"
 
-#include "platform/DirectPropertyReader.h"
 #include "platform/UnresponsivePeers.h"
 
 #include <QDBusConnection>
@@ -10,7 +9,6 @@
 
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace {
 
@@ -23,32 +21,6 @@ QDBusMessage callBlocking(const QDBusMessage& call)
         QDBusConnection::sessionBus().call(call, QDBus::Block, ScriptingObject::kCallTimeoutMs);
     peers.noteReply(call, reply);
     return reply;
-}
-
-// The same read on the calling thread; nothing when that way cannot answer it.
-std::optional<QVariant> readDirectly(const QDBusMessage& call, const char* name)
-{
-    UnresponsivePeers& peers = UnresponsivePeers::shared();
-    DirectPropertyReader* reader = DirectPropertyReader::forThisThread();
-    if (!reader || peers.isUnresponsive(call.service()))
-        return std::nullopt;
-    using Outcome = DirectPropertyReader::Outcome;
-    DirectPropertyReader::Result result =
-        reader->get(call.service(), call.path(), call.arguments().first().toString(),
-                    QString::fromLatin1(name), ScriptingObject::kCallTimeoutMs);
-    switch (result.outcome) {
-    case Outcome::Value:
-        return std::move(result.value);
-    case Outcome::Absent:
-        return QVariant();
-    case Outcome::TimedOut:
-        peers.noteReply(
-            call, call.createErrorReply(QDBusError::NoReply, QStringLiteral("no answer in time")));
-        return QVariant();
-    case Outcome::Unavailable:
-        break;
-    }
-    return std::nullopt;
 }
 
 } // namespace
@@ -68,8 +40,6 @@ QVariant ScriptingObject::property(const char* name) const
         m_busName, m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     call << m_interface << QString::fromLatin1(name);
-    if (std::optional<QVariant> value = readDirectly(call, name))
-        return *value;
     const QDBusMessage reply = callBlocking(call);
     // Get answers exactly one variant; anything else is not an answer.
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("v"))
