@@ -112,6 +112,29 @@ protected:
         app->applicationDidFinishLaunching();
     }
 
+    // Launches following MPRIS players, with a scripted plug-in (returned) and a sharing
+    // service that goes nowhere.
+    ScriptedFetcher* launchFollowingMpris()
+    {
+        auto fetcher = std::make_unique<ScriptedFetcher>();
+        ScriptedFetcher* plugin = fetcher.get();
+        pluginToLoad = std::move(fetcher);
+        followMpris = true;
+        setService(ServiceAddresses::kLyricSharingKey,
+                   QStringLiteral("127.0.0.1:%1").arg(closedPort()));
+        launch();
+        return plugin;
+    }
+    // The plug-in answers its search for "Ann - Rain" with one result whose text is lrc.
+    void answerFromPlugin(const ScriptedFetcher& plugin, const QString& lrc)
+    {
+        const QVariantMap item{{"artist", "Ann"}, {"title", "Rain"}, {"id", "1"}};
+        QMetaObject::invokeMethod(app.get(), "lyricsListFetched", Q_ARG(QVariantList, {item}));
+        ASSERT_TRUE(waitFor([&] { return !plugin.downloads.isEmpty(); }));
+        QMetaObject::invokeMethod(app.get(), "lyricsContentFetched", Q_ARG(QString, lrc),
+                                  Q_ARG(QVariant, item));
+    }
+
     QString lyricsFolder() const { return LyricControl::_pathLrcs(); }
     QString writeStored(const QString& identify, const QByteArray& text) const
     {

@@ -52,20 +52,9 @@ TEST_P(MprisAudioFault, TheLyricIsShownAndTheFileLeftAlone)
 
     settings->setIsSaveLRCtoTrackTags(true);
     settings->setIsSaveLRCtoDisk(true);
-    auto fetcher = std::make_unique<ScriptedFetcher>();
-    ScriptedFetcher* plugin = fetcher.get();
-    pluginToLoad = std::move(fetcher);
-    followMpris = true;
-    setService(ServiceAddresses::kLyricSharingKey,
-               QStringLiteral("127.0.0.1:%1").arg(closedPort()));
-    launch();
+    ScriptedFetcher* plugin = launchFollowingMpris();
     ASSERT_TRUE(waitFor([&] { return !plugin->searches.isEmpty(); })) << "the file held a lyric";
-    const QVariantMap item{{"artist", "Ann"}, {"title", "Rain"}, {"id", "1"}};
-    QMetaObject::invokeMethod(app.get(), "lyricsListFetched", Q_ARG(QVariantList, {item}));
-    ASSERT_TRUE(waitFor([&] { return !plugin->downloads.isEmpty(); }));
-    QMetaObject::invokeMethod(app.get(), "lyricsContentFetched",
-                              Q_ARG(QString, "[00:00.00]online line\n[00:30.00]later\n"),
-                              Q_ARG(QVariant, item));
+    ASSERT_NO_FATAL_FAILURE(answerFromPlugin(*plugin, "[00:00.00]online line\n[00:30.00]later\n"));
     ASSERT_TRUE(app->lrcAvailable());
     EXPECT_EQ(app->state().lyricOrigin(), AppState::Plugin);
     EXPECT_EQ(readFile(audio), before);

@@ -42,26 +42,14 @@ TEST_P(MprisSaving, AnOnlineLyricGoesWhereTheSettingsSay)
 
     settings->setIsSaveLRCtoTrackTags(saving.toTrackTags);
     settings->setIsSaveLRCtoDisk(saving.toDisk);
-    auto fetcher = std::make_unique<ScriptedFetcher>();
-    ScriptedFetcher* plugin = fetcher.get();
-    pluginToLoad = std::move(fetcher);
-    followMpris = true;
-    // The sharing upload goes nowhere.
-    setService(ServiceAddresses::kLyricSharingKey,
-               QStringLiteral("127.0.0.1:%1").arg(closedPort()));
-    launch();
+    ScriptedFetcher* plugin = launchFollowingMpris();
     ASSERT_TRUE(waitFor([&] { return !plugin->searches.isEmpty(); })) << "nothing held a lyric";
     EXPECT_EQ(app->musicSource(), 4);
     EXPECT_EQ(ports.sourceTitle, "Tester");
     app->showSearchWindow(); // filled with the MPRIS song, as for the other players
     EXPECT_EQ(ports.entries("search.show"), QStringList{"search.show Rain / Ann"});
 
-    const QVariantMap item{{"artist", "Ann"}, {"title", "Rain"}, {"id", "1"}};
-    QMetaObject::invokeMethod(app.get(), "lyricsListFetched", Q_ARG(QVariantList, {item}));
-    ASSERT_TRUE(waitFor([&] { return !plugin->downloads.isEmpty(); }));
-    QMetaObject::invokeMethod(app.get(), "lyricsContentFetched",
-                              Q_ARG(QString, "[00:00.00]online line\n[00:30.00]later\n"),
-                              Q_ARG(QVariant, item));
+    ASSERT_NO_FATAL_FAILURE(answerFromPlugin(*plugin, "[00:00.00]online line\n[00:30.00]later\n"));
     ASSERT_TRUE(app->lrcAvailable());
     EXPECT_EQ(app->state().lyricOrigin(), AppState::Plugin);
 
