@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   qt6-translations-l10n
   qt6-httpserver-dev qt6-websockets-dev
-  libicu-dev libxml2-dev zlib1g-dev libtag1-dev
+  libicu-dev libxml2-dev zlib1g-dev libtag1-dev libsystemd-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   xvfb xauth dbus fonts-dejavu-core fonts-wqy-microhei

@@ -1,5 +1,6 @@
 #include "platform/ScriptingObject.h"
 
+#include "platform/DirectPropertyRead.h"
 #include "platform/UnresponsivePeers.h"
 
 #include <QDBusConnection>
@@ -36,11 +37,24 @@ QVariant ScriptingObject::property(const char* name) const
 {
     if (isNull())
         return {};
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        m_busName, m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
-        QStringLiteral("Get"));
-    call << m_interface << QString::fromLatin1(name);
-    const QDBusMessage reply = callBlocking(call);
+    UnresponsivePeers& peers = UnresponsivePeers::shared();
+    if (peers.isUnresponsive(m_busName))
+        return {};
+    const DirectPropertyRead::Result direct =
+        DirectPropertyRead::property(m_busName, m_path, m_interface, name, kCallTimeoutMs);
+    switch (direct.outcome) {
+    case DirectPropertyRead::Outcome::Value:
+        return direct.value;
+    case DirectPropertyRead::Outcome::Failed:
+        return {};
+    case DirectPropertyRead::Outcome::TimedOut:
+        peers.noteReply(getCall(name), QDBusMessage::createError(QDBusError::NoReply,
+                                                                 QStringLiteral("no answer")));
+        return {};
+    case DirectPropertyRead::Outcome::Unavailable:
+        break;
+    }
+    const QDBusMessage reply = callBlocking(getCall(name));
     // Get answers exactly one variant; anything else is not an answer.
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("v"))
         return {};
@@ -50,6 +64,15 @@ QVariant ScriptingObject::property(const char* name) const
          ++depth)
         value = value.value<QDBusVariant>().variant();
     return value;
+}
+
+QDBusMessage ScriptingObject::getCall(const char* name) const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_busName, m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("Get"));
+    call << m_interface << QString::fromLatin1(name);
+    return call;
 }
 
 bool ScriptingObject::setProperty(const char* name, const QVariant& value) const

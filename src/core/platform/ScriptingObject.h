@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QString>
 #include <QVariant>
 
@@ -50,6 +51,8 @@ public:
     static std::int64_t toInt64(const QVariant& value);
 
 private:
+    QDBusMessage getCall(const char* name) const;
+
     QString m_busName;
     QString m_path;
     QString m_interface;

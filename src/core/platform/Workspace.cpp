@@ -29,6 +29,7 @@ void Workspace::onNameOwnerChanged(const QString& name, const QString& oldOwner,
 {
     if (name.startsWith(u':'))
         return; // unique connection names are not applications
+    Q_EMIT ownerChanged(name);
     if (oldOwner.isEmpty() && !newOwner.isEmpty()) {
         Q_EMIT willLaunchApplication(name);
         Q_EMIT didLaunchApplication(name);

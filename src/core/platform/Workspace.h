@@ -18,6 +18,8 @@ Q_SIGNALS:
     void willLaunchApplication(const QString& bundleIdentifier);
     void didLaunchApplication(const QString& bundleIdentifier);
     void didTerminateApplication(const QString& bundleIdentifier);
+    // Any change of a well-known name's owner, a hand-over from one owner to another included.
+    void ownerChanged(const QString& name);
 
 private Q_SLOTS:
     void onNameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
