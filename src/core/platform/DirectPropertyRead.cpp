@@ -114,6 +114,10 @@ void call(sd_bus* bus, const char* destination, const char* path, const char* in
         reply.error = sd_bus_call(bus, message, std::uint64_t(timeoutMs) * 1000, &reply.busError,
                                   &reply.message);
     sd_bus_message_unref(message);
+    // Anything else that arrives (the bus's NameAcquired, a stray call to this connection) is
+    // queued while a call waits: answer or drop it now, or the queue fills over a long day.
+    while (sd_bus_process(bus, nullptr) > 0) {
+    }
 }
 
 // The owner's unique name, empty when this process owns the name; false when the name has no

@@ -4,8 +4,11 @@
 #include "support/FakePlayer.h"
 #include "support/QtPrinters.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusObjectPath>
+#include <QDBusPendingCall>
 #include <QDBusSignature>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
@@ -125,6 +128,44 @@ TEST(ScriptingReads, ANewOwnerIsReadBeforeItsLaunchIsDelivered)
     FakePlayer second(kName);
     second.setProperty(QStringLiteral("/"), QStringLiteral("location"), 2.0);
     EXPECT_EQ(object.doubleProperty("location"), 2.0);
+}
+
+// The reads' own connection is the one of this process that is neither Qt's nor the fake's.
+QString readsConnection()
+{
+    QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+    const QString fake = bus->serviceOwner(kName).value();
+    for (const QString& name : bus->registeredServiceNames().value())
+        if (name.startsWith(u':') && name != fake &&
+            name != QDBusConnection::sessionBus().baseService() &&
+            bus->servicePid(name).value() == uint(QCoreApplication::applicationPid()))
+            return name;
+    return {};
+}
+
+// A call that somebody sends to the reads' connection is answered (with an error) at the next
+// read, not left to pile up in its queue.
+TEST(ScriptingReads, AStrayCallToTheReadsConnectionIsAnswered)
+{
+    FakePlayer player(kName);
+    player.setProperty(QStringLiteral("/"), QStringLiteral("location"), 1.0);
+    const ScriptingObject object(kName, QStringLiteral("/"), kInterface);
+    ASSERT_EQ(object.doubleProperty("location"), 1.0);
+    const QString reads = readsConnection();
+    ASSERT_FALSE(reads.isEmpty());
+    QDBusPendingCall stray = QDBusConnection::sessionBus().asyncCall(
+        QDBusMessage::createMethodCall(reads, QStringLiteral("/"), QStringLiteral("org.example.X"),
+                                       QStringLiteral("Hello")),
+        1000);
+    QElapsedTimer timer;
+    timer.start();
+    while (!stray.isFinished() && timer.elapsed() < 1000) {
+        object.doubleProperty("location");
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    ASSERT_TRUE(stray.isFinished());
+    EXPECT_TRUE(stray.isError());
+    EXPECT_NE(stray.error().type(), QDBusError::NoReply) << "answered, not timed out";
 }
 
 } // namespace
