@@ -2,11 +2,11 @@
 
 #include "app/AppDelegate.h"
 #include "app/LyricManagerWindow.h"
-#include "app/LyricPluginLoader.h"
 #include "app/NotificationPanel.h"
 #include "app/PreferencesPort.h"
 #include "app/SearchWindow.h"
 #include "settings/ServiceAddresses.h"
+#include "settings/Settings.h"
 #include "tray/AppIcon.h"
 #include "windows/SystemDesktop.h"
 
@@ -27,12 +27,13 @@ void DesktopWindowFactory::setDelegate(AppDelegate* delegate)
     m_delegate = delegate;
 }
 
-// The window's fetcher is a new instance of the plug-in the controller uses: the bundles are
-// loaded again (their libraries already are), so each one's instance() is called once more.
+// The window's fetcher is a new instance of the plug-in the controller uses, loaded the way the
+// controller loads its own (the libraries already are loaded).
 std::unique_ptr<SearchWindowPort> DesktopWindowFactory::createSearchWindow(AppDelegate& delegate)
 {
-    LyricPluginLoader::Loaded loaded = LyricPluginLoader::loadLyricPlugin(delegate.allBundles());
-    return std::make_unique<SearchWindow>(delegate, std::move(loaded.fetcher), loaded.info,
+    std::unique_ptr<QObject> fetcher = delegate.loadLyricPlugin();
+    const QString name = fetcher ? delegate.settings().lrcPluginInfo() : QString();
+    return std::make_unique<SearchWindow>(delegate, std::move(fetcher), name,
                                           m_addresses.lyricServerHost());
 }
 
