@@ -50,12 +50,18 @@ protected:
     {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "needs a session bus";
         qputenv("VERSEWICK_QQMUSIC_PORT", QByteArray::number(port));
+        settleBus(); // a test of another suite may have left its players' departures behind
     }
     void TearDown() override
     {
-        // The players of this test leave the bus after it ends; their departures must reach
-        // this process now, not the sources of the next test (the tests share one bus when
-        // the binary runs whole).
+        settleBus();
+        platform::setClock({});
+    }
+    // The players of a test leave the bus after it ends; their departures must reach this
+    // process now, not the sources of the next test (the tests share one bus when the binary
+    // runs whole).
+    static void settleBus()
+    {
         QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
         EXPECT_TRUE(waitFor([&] {
             const QStringList names = bus->registeredServiceNames().value();
@@ -66,7 +72,6 @@ protected:
             });
         }));
         waitFor([] { return false; }, 100);
-        platform::setClock({});
     }
     QStringList playerArgs(const QString& players, QStringList more = {})
     {
@@ -280,6 +285,10 @@ TEST_F(Sources, ASilentQQMusicServiceBlocksForFiveSecondsOnly)
     PlayerProcess player(playerArgs("qqmusic"));
     player.send("qq-all A_$x$_B_$x$_C_$x$_20");
     ASSERT_TRUE(player.waitEvent("qq-all"));
+    // The player's launch and its notices come over the bus, not its output: they must reach
+    // this process before the source exists, or the source probes the service again once it
+    // is silent.
+    waitFor([] { return false; }, 300);
     MusicSourceQQMusic qq(workspace(), center());
     qq.setCallBack(nullptr, {}, {});
     ASSERT_TRUE(qq.isRunning());
