@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>AppController</name>
+    <message>
+        <source>Play a song in any MPRIS player (mpv, VLC, Rhythmbox, Spotify...)</source>
+        <translation>在任意 MPRIS 播放器（mpv、VLC、Rhythmbox、Spotify……）中播放一首歌</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>fetching lyrics...</source>

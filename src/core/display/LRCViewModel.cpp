@@ -17,6 +17,17 @@ LRCViewModel::LRCViewModel(const TextMeasurer& measurer, LRCViewHost& host)
 
 LRCViewModel::~LRCViewModel() = default;
 
+void LRCViewModel::setParser(Lyric* parser)
+{
+    if (parser == m_rows.parser())
+        return;
+    stopLyricsScrollAnimation();
+    m_rows.setParser(parser);
+    m_currentLRCindex = -1;
+    m_highlighted = -1;
+    m_host.setContentOffset(0);
+}
+
 bool LRCViewModel::isRowHighlighted(int row) const
 {
     const int index = m_rows.realIndexTrimFromRow(row);

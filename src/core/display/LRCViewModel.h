@@ -26,7 +26,8 @@ public:
     LRCRowModel& rows() { return m_rows; }
     const LRCRowModel& rows() const { return m_rows; }
     Lyric* parser() const { return m_rows.parser(); }
-    void setParser(Lyric* parser) { m_rows.setParser(parser); }
+    // A different lyric (or none) starts from nothing: no lit line, no scroll, no animation.
+    void setParser(Lyric* parser);
     QColor colorNormal;
     QColor colorHeight;
     int lrcStyle = 0;

@@ -1,5 +1,6 @@
 #include "display/AppController.h"
 
+#include "app/AppTexts.h"
 #include "display/DisplayFont.h"
 #include "display/LRCView.h"
 #include "settings/Settings.h"
@@ -52,7 +53,6 @@ void AppController::setParser(Lyric* parser)
     if (!m_lrcView)
         return;
     m_lrcView->setParser(parser);
-    m_lrcView->refresh();
 }
 
 void AppController::updateTime(float seconds)
@@ -63,8 +63,14 @@ void AppController::updateTime(float seconds)
 
 void AppController::setInfo(const QString& text)
 {
-    if (m_lrcView)
-        m_lrcView->setDefaultString(text.isNull() ? QStringLiteral("") : text);
+    if (!m_lrcView)
+        return;
+    // No player at all: a new user also learns what makes lyrics appear.
+    const bool noPlayer = !text.isEmpty() && text == apptext::tr(apptext::kITunesNotRunning);
+    m_lrcView->setDefaultString(
+        text.isNull() ? QStringLiteral("") : text,
+        noPlayer ? tr("Play a song in any MPRIS player (mpv, VLC, Rhythmbox, Spotify...)")
+                 : QString());
 }
 
 void AppController::updateConfigs()

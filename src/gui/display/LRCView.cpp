@@ -19,6 +19,9 @@ constexpr double kStrokeWidth = 0.1;
 constexpr int kRowLines = 99;
 // How long the list takes to scroll a row into place when asked to animate.
 constexpr int kListScrollMilliseconds = 300;
+// The status text's size, and the smaller hint line's under it.
+constexpr int kStatusPixels = 17;
+constexpr int kHintPixels = 13;
 } // namespace
 
 LRCView::LRCView(QWidget* parent)
@@ -53,7 +56,10 @@ LRCView::~LRCView()
 
 void LRCView::setParser(Lyric* parser)
 {
+    if (parser == m_model.parser())
+        return;
     m_model.setParser(parser);
+    m_model.reloadData();
 }
 
 void LRCView::setColorNormal(const QColor& color)
@@ -71,13 +77,11 @@ void LRCView::setScrollDelegate(std::function<void(float)> receiver)
     m_model.scrollDelegate = std::move(receiver);
 }
 
-QString LRCView::defaultString() const
+void LRCView::setDefaultString(const QString& text, const QString& hint)
 {
-    return m_defaultLabel ? m_defaultLabel->text() : QString();
-}
-
-void LRCView::setDefaultString(const QString& text)
-{
+    m_defaultString = text.isEmpty() ? QString() : text;
+    m_hintString = text.isEmpty() ? QString() : hint;
+    viewport()->update(); // the rows hide or come back
     if (text.isEmpty()) {
         if (m_defaultLabel)
             m_defaultLabel->hide();
@@ -87,12 +91,18 @@ void LRCView::setDefaultString(const QString& text)
         m_defaultLabel = new QLabel(this);
         m_defaultLabel->setAlignment(Qt::AlignCenter);
         m_defaultLabel->setWordWrap(true);
+        m_defaultLabel->setTextFormat(Qt::RichText);
         m_defaultLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
         m_defaultLabel->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
-        m_defaultLabel->setFont(DisplayFont::withSize(m_defaultLabel->font(), 17));
+        m_defaultLabel->setFont(DisplayFont::withSize(m_defaultLabel->font(), kStatusPixels));
         m_defaultLabel->setGeometry(rect());
     }
-    m_defaultLabel->setText(text);
+    QString html = text.toHtmlEscaped();
+    if (!m_hintString.isEmpty())
+        html += QStringLiteral("<div style=\"font-size:%1px; color:#c8c8c8;\">&nbsp;<br>%2</div>")
+                    .arg(kHintPixels)
+                    .arg(m_hintString.toHtmlEscaped());
+    m_defaultLabel->setText(html);
     m_defaultLabel->show();
     m_defaultLabel->raise();
 }
@@ -229,6 +239,8 @@ const QPixmap& LRCView::pictureOfRow(int row)
 
 void LRCView::paintEvent(QPaintEvent*)
 {
+    if (isDefaultStringVisible())
+        return; // a status text never shows over a lyric
     QPainter painter(viewport());
     const LRCRowModel& rows = m_model.rows();
     const double bottom = m_offset + viewport()->height();

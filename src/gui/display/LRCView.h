@@ -39,8 +39,11 @@ public:
     void setScrollDelegate(std::function<void(float)> receiver);
     QString onTouchSelecter() const { return m_onTouchSelecter; }
     void setOnTouchSelecter(const QString& selector) { m_onTouchSelecter = selector; }
-    QString defaultString() const;
-    void setDefaultString(const QString& text);
+    // The status text shown instead of the lyric (while it shows, no lyric row is drawn), with
+    // an optional smaller hint line under it; an empty text hides both.
+    QString defaultString() const { return m_defaultString; }
+    QString hintString() const { return m_hintString; }
+    void setDefaultString(const QString& text, const QString& hint = QString());
     bool isDefaultStringVisible() const;
 
     void loadLRCcontent(const QString& text);
@@ -95,6 +98,8 @@ private:
     QPointer<QVariantAnimation> m_animation;
     QString m_animationName;
     QPointer<QLabel> m_defaultLabel;
+    QString m_defaultString;
+    QString m_hintString;
     QString m_onTouchSelecter;
     std::unique_ptr<VSEffectLabel> m_renderer;
     QHash<int, RowPicture> m_pictures;

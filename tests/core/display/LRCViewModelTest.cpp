@@ -124,7 +124,14 @@ TEST_F(LRCViewModelTest, ABlankCurrentLineLightsTheNearestLineWithText)
 
 TEST_F(LRCViewModelTest, WithoutALyricNothingHappens)
 {
-    view.setParser(nullptr);
+    view.updatePlayerTime(9.0f);
+    view.scrollAnimateToHeight(200, 1);
+    view.setParser(nullptr); // clears: no lit line, back to the top, no animation
+    EXPECT_EQ(view.currentLRCindex(), -1);
+    EXPECT_EQ(view.highlightedLRCindex(), -1);
+    EXPECT_FALSE(view.isAnimation());
+    EXPECT_EQ(host.offset, 0);
+    host.forget();
     view.updatePlayerTime(3.0f);
     view.updatePositionAtPlayTime(3.0f, false);
     EXPECT_TRUE(host.scrolls.empty());

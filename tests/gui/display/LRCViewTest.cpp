@@ -223,7 +223,54 @@ TEST(AppController, UpdateConfigsReadsTheSettings)
     EXPECT_EQ(controller.lrcView()->currentLRCindex(), 2);
     controller.setParser(nullptr);
     controller.updateTime(9);
-    EXPECT_EQ(controller.lrcView()->currentLRCindex(), 2);
+    EXPECT_EQ(controller.lrcView()->currentLRCindex(), -1);
+}
+
+// Lyric A lit at line 10, then none, then B: never an old row, never a lit line.
+TEST(LRCView, ANewOrNoLyricShowsNoOldRowAndNoLitLine)
+{
+    Lyric first;
+    first.parseLRCcontent(lyricOf(20));
+    Lyric second;
+    second.parseLRCcontent(lyricOf(20, QStringLiteral("other %1")));
+    LRCView view;
+    view.setColorNormal(QColor(128, 128, 128));
+    view.setColorHeight(Qt::white);
+    view.resize(400, 300);
+    view.setParser(&first);
+    view.show();
+    view.updatePlayerTime(30.5f);
+    ASSERT_GT(brightestIn(grabOf(view), 0, 300), 240);
+    view.setParser(nullptr);
+    EXPECT_EQ(brightestIn(grabOf(view), 0, 300), 0);
+    view.setParser(&second);
+    EXPECT_EQ(view.currentLRCindex(), -1);
+    EXPECT_EQ(view.model().highlightedLRCindex(), -1);
+    EXPECT_EQ(view.contentOffset(), 0);
+    EXPECT_LT(brightestIn(grabOf(view), 0, 300), 160);
+}
+
+// A status text and lyric rows never show together, and the no-player status gets its hint.
+TEST(LRCView, AStatusTextHidesTheRowsUnderIt)
+{
+    AppController controller;
+    controller.applicationDidFinishLaunching();
+    LRCView* view = controller.lrcView();
+    view->window()->resize(400, 300);
+    Lyric lyric;
+    lyric.parseLRCcontent(lyricOf(20));
+    controller.setParser(&lyric);
+    controller.updateTime(30.5f);
+    const auto rowsShown = [view] { return brightestIn(grabOf(*view->viewport()), 0, 300) > 0; };
+    EXPECT_TRUE(rowsShown());
+    controller.setInfo(QStringLiteral("lyric is not available"));
+    EXPECT_FALSE(rowsShown());
+    EXPECT_TRUE(view->hintString().isEmpty());
+    controller.setInfo(QString());
+    EXPECT_TRUE(rowsShown());
+    controller.setInfo(QStringLiteral("iTunes is not running"));
+    EXPECT_TRUE(view->findChild<QLabel*>()->text().contains(QStringLiteral("MPRIS player")));
+    EXPECT_EQ(view->defaultString(), QStringLiteral("iTunes is not running"));
 }
 
 } // namespace
