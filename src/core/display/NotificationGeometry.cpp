@@ -30,3 +30,26 @@ QPoint NotificationGeometry::originForCorner(int corner, const QRect& visible, c
         return {0, 0};
     }
 }
+
+int NotificationGeometry::cornerAvoiding(const QRect& visible, const QSize& window,
+                                         const std::vector<QRect>& occupied)
+{
+    int best = TopRight;
+    long long bestCovered = -1;
+    for (const int corner : {TopRight, BottomRight, TopLeft, BottomLeft}) {
+        const QRect frame(originForCorner(corner, visible, window), window);
+        long long covered = 0;
+        for (const QRect& other : occupied) {
+            const QRect common = frame.intersected(other);
+            if (!common.isEmpty())
+                covered += (long long)common.width() * common.height();
+        }
+        if (covered == 0)
+            return corner;
+        if (bestCovered < 0 || covered < bestCovered) {
+            best = corner;
+            bestCovered = covered;
+        }
+    }
+    return best;
+}

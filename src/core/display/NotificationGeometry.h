@@ -30,4 +30,9 @@ public:
     static int fittedWidth(const std::vector<QRect>& fields);
     // The window's top-left corner for a corner code; (0, 0) for an unknown code.
     static QPoint originForCorner(int corner, const QRect& visible, const QSize& window);
+    // The first corner, in the order top right, bottom right, top left, bottom left, where the
+    // window covers none of the occupied frames (the application's own panels); when every
+    // corner covers one, the corner covering the least area.
+    static int cornerAvoiding(const QRect& visible, const QSize& window,
+                              const std::vector<QRect>& occupied);
 };

@@ -7,6 +7,7 @@
 #include "display/WindowFrameAutosave.h"
 #include "settings/Settings.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPainter>
@@ -86,6 +87,10 @@ void LyricPanel::addSearchButton()
     m_searchButton->setIconSize(QSize(kSearchButtonSize, kSearchButtonSize));
     m_searchButton->setToolTip(tr("Search lyrics"));
     m_searchButton->setStyleSheet(QStringLiteral("QPushButton { border: none; padding: 0; }"));
+    // Slightly faded, so that it does not compete with the lyric.
+    auto* fade = new QGraphicsOpacityEffect(m_searchButton);
+    fade->setOpacity(kSearchButtonOpacity);
+    m_searchButton->setGraphicsEffect(fade);
     connect(m_searchButton, &QPushButton::clicked, this, [this] {
         if (m_search)
             m_search();

@@ -27,6 +27,7 @@ public:
     static constexpr int kDefaultWidth = 320;
     static constexpr int kDefaultHeight = 420;
     static constexpr int kSearchButtonSize = 16;
+    static constexpr double kSearchButtonOpacity = 0.8;
 
     // Builds the panel, hidden, and starts the scrolling view inside it.
     LyricPanel(Settings& settings, AppController& view, QObject* parent = nullptr);

@@ -4,7 +4,24 @@
 #include "display/NotificationWindow.h"
 #include "display/NotificationWindowController.h"
 
+#include <QApplication>
 #include <QPointer>
+#include <QWidget>
+
+namespace {
+// The frames of the application's shown windows (the lyric panel, the strip, any open
+// window) but the notification itself: the notification goes where it hides none of them.
+std::vector<QRect> shownWindows(const QWidget* except)
+{
+    std::vector<QRect> frames;
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        const Qt::WindowType type = widget->windowType();
+        if (widget != except && widget->isVisible() && type != Qt::Popup && type != Qt::ToolTip)
+            frames.push_back(widget->frameGeometry());
+    }
+    return frames;
+}
+} // namespace
 
 NotificationPanel::NotificationPanel(AppDelegate& delegate)
     : m_controller(std::make_unique<NotificationWindowController>())
@@ -31,7 +48,7 @@ void NotificationPanel::showTrack(const Track& track)
         window->setWindowOpacity(0);
     m_controller->setTrack({track.name, track.artist, track.album, track.duration});
     m_controller->resize();
-    m_controller->setPositionCorner(2);
+    m_controller->placeAvoiding(shownWindows(m_controller->window()));
     m_controller->showWindow();
 }
 

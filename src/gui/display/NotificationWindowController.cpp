@@ -94,12 +94,24 @@ void NotificationWindowController::resize()
     m_window->repaint();
 }
 
-void NotificationWindowController::setPositionCorner(int corner)
+namespace {
+QRect visibleFrame()
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    const QRect visible = screen ? screen->availableGeometry() : QRect();
-    m_window->move(NotificationGeometry::originForCorner(corner, visible, m_window->size()));
+    return screen ? screen->availableGeometry() : QRect();
+}
+} // namespace
+
+void NotificationWindowController::setPositionCorner(int corner)
+{
+    m_window->move(NotificationGeometry::originForCorner(corner, visibleFrame(), m_window->size()));
     m_positionCorner = corner;
+}
+
+void NotificationWindowController::placeAvoiding(const std::vector<QRect>& occupied)
+{
+    setPositionCorner(
+        NotificationGeometry::cornerAvoiding(visibleFrame(), m_window->size(), occupied));
 }
 
 void NotificationWindowController::showWindow()

@@ -4,9 +4,11 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class LayerTextField;
 class NotificationWindow;
@@ -39,6 +41,8 @@ public:
     void resize();
     int positionCorner() const { return m_positionCorner; }
     void setPositionCorner(int corner);
+    // Places the panel in the first corner that covers none of the given frames.
+    void placeAvoiding(const std::vector<QRect>& occupied);
     void showWindow();
     void timerFired();
     void disappear();

@@ -67,6 +67,33 @@ INSTANTIATE_TEST_SUITE_P(Corners, NotificationCorner,
                                            CornerCase{2, {1280, 47}}, CornerCase{3, {1280, 790}},
                                            CornerCase{4, {0, 0}}, CornerCase{-1, {0, 0}}));
 
+struct AvoidCase {
+    const char* what;
+    std::vector<QRect> occupied;
+    int corner;
+};
+class NotificationAvoids : public ::testing::TestWithParam<AvoidCase> {};
+
+// A 1600x900 screen with a 27-high top panel and a 300x90 notification.
+TEST_P(NotificationAvoids, TheFirstCornerNoPanelCovers)
+{
+    EXPECT_EQ(
+        NotificationGeometry::cornerAvoiding({0, 27, 1600, 873}, {300, 90}, GetParam().occupied),
+        GetParam().corner)
+        << GetParam().what;
+}
+INSTANTIATE_TEST_SUITE_P(
+    Panels, NotificationAvoids,
+    ::testing::Values(AvoidCase{"nothing", {}, 2},
+                      AvoidCase{"lyric panel top right", {QRect(1270, 32, 320, 420)}, 3},
+                      AvoidCase{"a tall panel on the right", {QRect(1270, 32, 320, 860)}, 0},
+                      AvoidCase{"panels in all but one corner",
+                                {QRect(1270, 32, 320, 860), QRect(0, 30, 400, 200)},
+                                1},
+                      AvoidCase{"everything covered: least covered",
+                                {QRect(0, 0, 1600, 900), QRect(1300, 40, 300, 90)},
+                                3}));
+
 TEST(NotificationTrack, DurationText)
 {
     EXPECT_EQ(NotificationTrack::durationText(187.4), QStringLiteral("3:07"));

@@ -1,7 +1,16 @@
+#include "DesktopAppFixture.h"
 #include "app/LyricPanel.h"
+#include "app/NotificationPanel.h"
 #include "app/PlatformChoice.h"
+#include "display/NotificationWindow.h"
+#include "display/NotificationWindowController.h"
 
 #include <gtest/gtest.h>
+
+#include <QGraphicsOpacityEffect>
+#include <QGuiApplication>
+#include <QPushButton>
+#include <QScreen>
 
 #include <optional>
 
@@ -54,5 +63,25 @@ INSTANTIATE_TEST_SUITE_P(
         FrameCase{"partly off the right", QRect(1500, 100, 300, 500), QRect(1290, 32, 300, 500)},
         FrameCase{"on a screen now gone", QRect(-2000, 0, 300, 400), QRect(1290, 32, 300, 400)},
         FrameCase{"invalid", QRect(), QRect(1270, 32, 320, 420)}));
+
+class PanelLookTest : public DesktopAppFixture {};
+
+TEST_F(PanelLookTest, FadedSearchButtonAndANotificationThatHidesNoPanel)
+{
+    launchDesktop();
+    panel->orderFrontRegardless();
+    const auto* fade =
+        qobject_cast<QGraphicsOpacityEffect*>(panel->searchButton()->graphicsEffect());
+    ASSERT_NE(fade, nullptr);
+    EXPECT_DOUBLE_EQ(fade->opacity(), 0.8);
+
+    NotificationPanel notification(*app);
+    notification.showTrack({QStringLiteral("Song"), QStringLiteral("Artist"), {}, 200});
+    const QRect shown = notification.controller()->window()->frameGeometry();
+    EXPECT_FALSE(shown.intersects(panel->window()->frameGeometry()))
+        << shown.x() << "," << shown.y();
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(shown));
+    notification.close();
+}
 
 } // namespace
