@@ -33,3 +33,13 @@ QRectF SingleLineGeometry::plateRect(const QRectF& text)
 {
     return text.adjusted(-kPlateMargin, -kPlateMargin, kPlateMargin, kPlateMargin);
 }
+
+QRect SingleLineGeometry::inputRect(const QRectF& text, bool plate, const QSizeF& bounds)
+{
+    if (text.isEmpty())
+        return {};
+    // The shadow fades out within twice its blur.
+    const double shadow = 2 * kShadowBlur;
+    const QRectF shown = plate ? plateRect(text) : text.adjusted(-shadow, -shadow, shadow, shadow);
+    return shown.toAlignedRect().intersected(QRect(QPoint(), bounds.toSize()));
+}

@@ -31,4 +31,7 @@ public:
     static QRectF textRect(const QSizeF& bounds, const QSizeF& measured);
     // The dark plate: the text's rectangle grown by 10 on every side.
     static QRectF plateRect(const QRectF& text);
+    // What of the strip shows and takes the mouse: the plate, or without it the text and its
+    // shadow, within the bounds; empty for no text.
+    static QRect inputRect(const QRectF& text, bool plate, const QSizeF& bounds);
 };

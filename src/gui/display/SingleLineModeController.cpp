@@ -84,7 +84,18 @@ void SingleLineModeController::loadWindow()
     layout->setContentsMargins(0, 0, 0, 0);
     m_view = new SingleLineView(m_window.get());
     layout->addWidget(m_view);
+    connect(m_view, &SingleLineView::inputRectChanged, this, &SingleLineModeController::applyShape);
     updateFromSettings();
+    applyShape(m_view->inputRect());
+}
+
+// Only what is drawn is part of the window: clicks elsewhere reach the windows below, and
+// without a compositor (which would show the transparent rest as black) nothing else is
+// painted. A shape cannot be empty, so a blank strip keeps one corner pixel.
+void SingleLineModeController::applyShape(const QRect& shown)
+{
+    if (m_window)
+        m_window->setMask(shown.isEmpty() ? QRegion(0, 0, 1, 1) : QRegion(shown));
 }
 
 void SingleLineModeController::setContent(const QString& text)

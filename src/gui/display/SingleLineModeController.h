@@ -39,6 +39,7 @@ public:
     std::unique_ptr<QWidget> bordlessWindow(const QRect& contentRect);
 
 private:
+    void applyShape(const QRect& shown);
     Settings& settings() const;
     QSettings* store() const;
 

@@ -25,50 +25,59 @@ void SingleLineView::setString(const QString& string)
     if (string == m_string && string.isNull() == m_string.isNull())
         return; // the same line again: the picture is already right
     m_string = string;
-    m_dirty = true;
-    update();
+    relayout();
 }
 
 void SingleLineView::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        m_dirty = true;
-        update();
-    }
+    if (event->type() == QEvent::FontChange)
+        relayout();
 }
 
 void SingleLineView::setShowBG(bool show)
 {
     m_showBG = show;
-    m_dirty = true;
-    update();
+    relayout();
 }
 
 void SingleLineView::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    relayout();
+}
+
+void SingleLineView::relayout()
+{
     m_dirty = true;
+    m_textRect = QRectF();
+    if (!m_string.isEmpty() && foundation::isNonEmpty(m_string)) {
+        const QSizeF bounds = size();
+        const QSizeF measured = FontTextMeasurer::shared().sizeWithFont(m_string, font(), bounds);
+        m_textRect = SingleLineGeometry::textRect(bounds, measured);
+    }
+    const QRect input = SingleLineGeometry::inputRect(m_textRect, m_showBG, size());
+    if (input != m_inputRect) {
+        m_inputRect = input;
+        Q_EMIT inputRectChanged(input);
+    }
+    update();
 }
 
 void SingleLineView::render()
 {
     m_dirty = false;
-    m_textRect = QRectF();
     const qreal ratio = devicePixelRatioF();
     m_picture = QImage(size() * ratio, QImage::Format_ARGB32_Premultiplied);
     if (m_picture.isNull())
         return;
     m_picture.setDevicePixelRatio(ratio);
     m_picture.fill(Qt::transparent);
-    if (m_string.isEmpty() || !foundation::isNonEmpty(m_string))
+    if (m_textRect.isEmpty())
         return;
     ++m_renders;
 
-    const QSizeF bounds = size();
-    const QSizeF measured = FontTextMeasurer::shared().sizeWithFont(m_string, font(), bounds);
-    const QRectF text = SingleLineGeometry::textRect(bounds, measured);
-    m_textRect = text;
+    const QRectF text = m_textRect;
     const WrappedText wrapped(m_string, font(), text.width(), 0, text.height());
 
     QPainter painter(&m_picture);

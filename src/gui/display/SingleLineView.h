@@ -21,8 +21,14 @@ public:
     // The text's rectangle and, with the plate, the plate's, as last drawn; empty when
     // nothing is drawn.
     QRectF textRect() const { return m_textRect; }
+    // The part of the view that shows something and takes the mouse: the plate, or the text
+    // with its shadow; empty when nothing is drawn.
+    QRect inputRect() const { return m_inputRect; }
     // Pictures drawn since the view was made: what painting costs.
     int renders() const { return m_renders; }
+
+Q_SIGNALS:
+    void inputRectChanged(const QRect& rect);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -30,6 +36,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void relayout();
     void render();
 
     QString m_string;
@@ -37,5 +44,6 @@ private:
     QImage m_picture;
     bool m_dirty = true;
     QRectF m_textRect;
+    QRect m_inputRect;
     int m_renders = 0;
 };

@@ -144,6 +144,26 @@ TEST_F(SingleLineTest, WithoutThePlateTheShadowReachesBeyondTheText)
     EXPECT_GT(white, 10);
 }
 
+// Only the plate (or the text and its shadow) is shown and takes clicks; a blank strip nothing.
+TEST_F(SingleLineTest, TheWindowIsShapedToWhatIsDrawn)
+{
+    SingleLineModeController controller(settings.get());
+    controller.setContent(QStringLiteral("Lanterns"));
+    QWidget* window = controller.window();
+    window->show();
+    const QRectF text = controller.view()->textRect();
+    EXPECT_EQ(window->mask(), QRegion(text.adjusted(-10, -10, 10, 10).toAlignedRect()));
+    EXPECT_LT(window->mask().boundingRect().width(), window->width() / 2);
+    controller.setContent(QString());
+    EXPECT_EQ(window->mask().boundingRect().size(), QSize(1, 1));
+    settings->setIsShowSingleLineBG(false);
+    controller.updateFromSettings();
+    controller.setContent(QStringLiteral("Lanterns"));
+    const QRect shaped = window->mask().boundingRect();
+    EXPECT_TRUE(shaped.contains(text.adjusted(-15, 0, 15, 0).toAlignedRect()));
+    EXPECT_LT(shaped.width(), window->width() / 2);
+}
+
 TEST_F(SingleLineTest, EmptyLongAndUnknownFontsStayInside)
 {
     SingleLineModeController controller(settings.get());
