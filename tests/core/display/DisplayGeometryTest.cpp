@@ -92,7 +92,8 @@ INSTANTIATE_TEST_SUITE_P(
                                 1},
                       AvoidCase{"everything covered: least covered",
                                 {QRect(0, 0, 1600, 900), QRect(1300, 40, 300, 90)},
-                                3}));
+                                3}),
+    [](const auto& info) { return "case" + std::to_string(info.index); });
 
 TEST(NotificationTrack, DurationText)
 {
