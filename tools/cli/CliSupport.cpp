@@ -1,5 +1,6 @@
 #include "CliSupport.h"
 
+#include "foundation/RegularFile.h"
 #include "lyric/Lyric.h"
 
 #include <QFile>
@@ -58,17 +59,22 @@ int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCom
 
 QByteArray readInput(const QString& fileOrDash)
 {
-    QFile file;
+    const qint64 bound = foundation::kMaxLyricBytes;
     const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
-    if (fromStdin) {
-        if (!file.open(stdin, QIODevice::ReadOnly))
-            inputError(QStringLiteral("Cannot read standard input."));
-    } else {
-        file.setFileName(fileOrDash);
-        if (!file.open(QIODevice::ReadOnly))
-            inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, file.errorString()));
+    if (!fromStdin) {
+        // Only a regular file is read: a pipe or a device named here is refused at once.
+        foundation::FileRead read = foundation::readRegularFile(fileOrDash, bound);
+        if (!read.bytes)
+            inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, read.reason));
+        return *read.bytes;
     }
-    return file.readAll();
+    QFile file;
+    if (!file.open(stdin, QIODevice::ReadOnly))
+        inputError(QStringLiteral("Cannot read standard input."));
+    QByteArray bytes = file.read(bound + 1);
+    if (bytes.size() > bound)
+        inputError(QStringLiteral("Standard input holds more than %1 bytes.").arg(bound));
+    return bytes;
 }
 
 QString readUtf8Text(const QString& fileOrDash)
