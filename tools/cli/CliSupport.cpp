@@ -57,13 +57,12 @@ int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCom
                    .arg(group, args[0]));
 }
 
-QByteArray readInput(const QString& fileOrDash)
+QByteArray readInput(const QString& fileOrDash, qint64 maxBytes)
 {
-    const qint64 bound = foundation::kMaxLyricBytes;
     const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
     if (!fromStdin) {
         // Only a regular file is read: a pipe or a device named here is refused at once.
-        foundation::FileRead read = foundation::readRegularFile(fileOrDash, bound);
+        foundation::FileRead read = foundation::readRegularFile(fileOrDash, maxBytes);
         if (!read.bytes)
             inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, read.reason));
         return *read.bytes;
@@ -71,16 +70,24 @@ QByteArray readInput(const QString& fileOrDash)
     QFile file;
     if (!file.open(stdin, QIODevice::ReadOnly))
         inputError(QStringLiteral("Cannot read standard input."));
-    QByteArray bytes = file.read(bound + 1);
-    if (bytes.size() > bound)
-        inputError(QStringLiteral("Standard input holds more than %1 bytes.").arg(bound));
+    // A pipe gives what it has at each read: read on to its end, or just past the bound.
+    QByteArray bytes;
+    for (;;) {
+        const QByteArray part = file.read(maxBytes + 1 - bytes.size());
+        if (part.isEmpty())
+            break;
+        bytes += part;
+        if (bytes.size() > maxBytes)
+            inputError(QStringLiteral("Standard input holds more than %1 bytes.").arg(maxBytes));
+    }
     return bytes;
 }
 
-QString readUtf8Text(const QString& fileOrDash)
+QString readUtf8Text(const QString& fileOrDash, qint64 maxBytes)
 {
     QString error;
-    const auto text = Lyric::decodeText(readInput(fileOrDash), Lyric::UTF8Encoding, &error);
+    const auto text =
+        Lyric::decodeText(readInput(fileOrDash, maxBytes), Lyric::UTF8Encoding, &error);
     if (!text) {
         const QString name = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-")
                                  ? QStringLiteral("standard input")

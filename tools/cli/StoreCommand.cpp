@@ -169,7 +169,7 @@ int extract(QStringList rawArgs)
     const QStringList args = parseArguments(rawArgs).operands;
     if (args.size() > 1)
         usageError(QStringLiteral("tag extract takes at most one FILE."));
-    const auto text = tagblock::lrcFromTagText(readUtf8Text(args.value(0)));
+    const auto text = tagblock::lrcFromTagText(readUtf8Text(args.value(0), kMaxTagTextBytes));
     if (!text)
         inputError(QStringLiteral("The tag text holds no usable lyric block."));
     writeRaw(*text);

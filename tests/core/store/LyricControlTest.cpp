@@ -90,7 +90,7 @@ TEST_F(StoreTest, OverwriteRules)
 
 TEST_F(StoreTest, UnreadableEmptyOrOversizedFileCountsAsAbsentAndIsReplaced)
 {
-    const QByteArray oversized = "[00:01]" + QByteArray(LyricControl::kMaxLyricFileSize, 'x');
+    const QByteArray oversized = "[00:01]" + QByteArray(foundation::kMaxLyricBytes, 'x');
     for (const QByteArray& old : {QByteArray("\xFF\xFE\xFD"), QByteArray(), oversized}) {
         putFile(QStringLiteral("Ann--Rain.lrc"), old);
         EXPECT_EQ(control.readLrcByIdentify(QStringLiteral("Ann--Rain")), nullptr);
