@@ -165,7 +165,7 @@ QStringList AudioTagReader::lyricTexts(const QString& path)
     // TagLib is never handed a path: it would open a pipe or a device and wait on it.
     foundation::OpenedFile opened = foundation::openRegularFile(path, kMaxFileBytes);
     if (!opened.fd.isOpen()) {
-        if (opened.reason != QLatin1String("missing"))
+        if (!opened.missing)
             foundation::systemLog(
                 QStringLiteral("The audio file %1 is not read: %2").arg(path, opened.reason));
         return {};

@@ -66,7 +66,8 @@ OpenedFile openRegularFile(const QString& path, qint64 maxBytes, bool followLink
 {
     OpenedFile out;
     if (path.isEmpty()) {
-        out.reason = QStringLiteral("missing");
+        out.reason = errorText(ENOENT);
+        out.missing = true;
         return out;
     }
     // O_NONBLOCK: opening a pipe must not wait for a writer; it is refused just below, on the
@@ -74,6 +75,7 @@ OpenedFile openRegularFile(const QString& path, qint64 maxBytes, bool followLink
     const int flags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | (followLinks ? 0 : O_NOFOLLOW);
     FileDescriptor fd(::open(QFile::encodeName(path).constData(), flags));
     if (!fd.isOpen()) {
+        out.missing = errno == ENOENT;
         out.reason = errorText(errno);
         return out;
     }
@@ -101,7 +103,7 @@ FileRead readRegularFile(const QString& path, qint64 maxBytes, bool followLinks)
 {
     OpenedFile file = openRegularFile(path, maxBytes, followLinks);
     if (!file.fd.isOpen())
-        return {std::nullopt, file.reason};
+        return {std::nullopt, file.reason, file.missing};
     QByteArray bytes;
     bytes.reserve(file.size);
     char buffer[65536];
@@ -123,7 +125,7 @@ std::optional<QByteArray> readLyricFile(const QString& what, const QString& path
                                         bool followLinks)
 {
     FileRead read = readRegularFile(path, maxBytes, followLinks);
-    if (!read.bytes && read.reason != QLatin1String("missing"))
+    if (!read.bytes && !read.missing)
         systemLog(QStringLiteral("%1 %2 is not read: %3").arg(what, path, read.reason));
     return std::move(read.bytes);
 }

@@ -15,7 +15,8 @@ inline constexpr qint64 kMaxLyricBytes = 4 * 1024 * 1024;
 
 struct FileRead {
     std::optional<QByteArray> bytes; // nullopt when refused or unreadable
-    QString reason;                  // why not, when bytes is nullopt ("missing" and so on)
+    QString reason;                  // why not, when bytes is nullopt ("a pipe" and so on)
+    bool missing = false;            // nothing at all under the name
 };
 
 // An open descriptor that closes itself; release() hands it over.
@@ -45,6 +46,7 @@ struct OpenedFile {
     FileDescriptor fd; // not open when refused
     qint64 size = 0;
     QString reason;
+    bool missing = false;
 };
 
 // Opens path for reading without waiting (O_NONBLOCK) and keeps it only when the open
