@@ -1,5 +1,6 @@
 #include "CliSupport.h"
 
+#include "foundation/RegularFile.h"
 #include "lyric/Lyric.h"
 
 #include <QFile>
@@ -56,25 +57,37 @@ int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCom
                    .arg(group, args[0]));
 }
 
-QByteArray readInput(const QString& fileOrDash)
+QByteArray readInput(const QString& fileOrDash, qint64 maxBytes)
 {
-    QFile file;
     const bool fromStdin = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-");
-    if (fromStdin) {
-        if (!file.open(stdin, QIODevice::ReadOnly))
-            inputError(QStringLiteral("Cannot read standard input."));
-    } else {
-        file.setFileName(fileOrDash);
-        if (!file.open(QIODevice::ReadOnly))
-            inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, file.errorString()));
+    if (!fromStdin) {
+        // Only a regular file is read: a pipe or a device named here is refused at once.
+        foundation::FileRead read = foundation::readRegularFile(fileOrDash, maxBytes);
+        if (!read.bytes)
+            inputError(QStringLiteral("Cannot read %1: %2.").arg(fileOrDash, read.reason));
+        return *read.bytes;
     }
-    return file.readAll();
+    QFile file;
+    if (!file.open(stdin, QIODevice::ReadOnly))
+        inputError(QStringLiteral("Cannot read standard input."));
+    // A pipe gives what it has at each read: read on to its end, or just past the bound.
+    QByteArray bytes;
+    for (;;) {
+        const QByteArray part = file.read(maxBytes + 1 - bytes.size());
+        if (part.isEmpty())
+            break;
+        bytes += part;
+        if (bytes.size() > maxBytes)
+            inputError(QStringLiteral("Standard input holds more than %1 bytes.").arg(maxBytes));
+    }
+    return bytes;
 }
 
-QString readUtf8Text(const QString& fileOrDash)
+QString readUtf8Text(const QString& fileOrDash, qint64 maxBytes)
 {
     QString error;
-    const auto text = Lyric::decodeText(readInput(fileOrDash), Lyric::UTF8Encoding, &error);
+    const auto text =
+        Lyric::decodeText(readInput(fileOrDash, maxBytes), Lyric::UTF8Encoding, &error);
     if (!text) {
         const QString name = fileOrDash.isEmpty() || fileOrDash == QLatin1String("-")
                                  ? QStringLiteral("standard input")

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/RegularFile.h"
+
 #include <QJsonValue>
 #include <QString>
 #include <QStringList>
@@ -46,10 +48,14 @@ struct SubCommand {
 int dispatch(const QString& group, const Help& groupHelp, std::span<const SubCommand> subs,
              const QStringList& args);
 
-// The bytes of FILE, or of standard input for "-" or no argument.
-QByteArray readInput(const QString& fileOrDash);
+// A lyrics tag's text holds the lyric's lines and its compressed block: room for both.
+inline constexpr qint64 kMaxTagTextBytes = 4 * foundation::kMaxLyricBytes;
+
+// The bytes of FILE, or of standard input for "-" or no argument, at most maxBytes; FILE must
+// be a regular file. Anything else is an input error, at once.
+QByteArray readInput(const QString& fileOrDash, qint64 maxBytes = foundation::kMaxLyricBytes);
 // The text of FILE (or standard input) decoded as UTF-8, as lyric files are read.
-QString readUtf8Text(const QString& fileOrDash);
+QString readUtf8Text(const QString& fileOrDash, qint64 maxBytes = foundation::kMaxLyricBytes);
 
 double parseNumber(const QString& text, const QString& what);
 

@@ -86,8 +86,8 @@ int parse(QStringList args)
     return Ok;
 }
 
-// The server's answer, or exit 1 with the reason. Bounded like any blocking request: 60 s for
-// the whole request, 4 MiB for the body.
+// The server's answer, or exit 1 with the reason. Bounded like any blocking request: 5 s for
+// the whole request, 4 MiB for the body; only a 2xx status is an answer.
 QByteArray askServer(const QUrl& url)
 {
     const http::BlockingAnswer answer = http::blockingFetch(url);
@@ -102,6 +102,10 @@ QByteArray askServer(const QUrl& url)
         inputError(QStringLiteral("The lyric server at %1 sent more than %2 MiB.")
                        .arg(serverHost())
                        .arg(http::kBlockingDefaultMaxBytes / (1024 * 1024)));
+    case http::BlockingFailure::Status:
+        inputError(QStringLiteral("The lyric server at %1 answered with HTTP status %2.")
+                       .arg(serverHost())
+                       .arg(answer.status));
     default:
         inputError(QStringLiteral("The lyric server at %1 did not answer.").arg(serverHost()));
     }
@@ -142,8 +146,8 @@ const Help kServerHelp{
         "answer\n"
         "  search ARTIST TITLE            asks the server; prints the results as parse does\n"
         "  download ID ARTIST TITLE       asks the server; prints the LRC text exactly\n"
-        "Exit 1 when the server cannot be reached, takes more than 60 s or sends more than\n"
-        "4 MiB.")};
+        "Exit 1 when the server cannot be reached, takes more than 5 s in all, sends more\n"
+        "than 4 MiB or answers with a status other than 2xx (a 300 or a 404 included).")};
 
 int convert(const QStringList& args, QString (PLTranslatorZh::*to)(const QString&) const,
             const char* name)

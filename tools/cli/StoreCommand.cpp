@@ -2,7 +2,6 @@
 
 #include "CliSupport.h"
 
-#include "foundation/DataAdditions.h"
 #include "foundation/StringAdditions.h"
 #include "lyric/Lyric.h"
 #include "store/LyricControl.h"
@@ -148,8 +147,7 @@ const Help kTagHelp{
                    "  extract [FILE|-]       the LRC text recovered from a tag text (exit 1 "
                    "when there\n"
                    "                         is no usable block)\n\n"
-                   "A lyric whose text is over 16 MiB is refused: its block could not be read "
-                   "back.")};
+                   "A lyric file over 4 MiB is refused, like anything but a regular file.")};
 
 int embed(QStringList rawArgs)
 {
@@ -158,11 +156,6 @@ int embed(QStringList rawArgs)
         usageError(QStringLiteral("tag embed needs exactly one FILE."));
     Lyric lyric;
     lyric.parseLRCcontent(readUtf8Text(args[0]));
-    if (lyric.contents().toUtf8().size() > foundation::kMaxInflatedSize)
-        inputError(QStringLiteral("Nothing would be written: the text of %1 is over %2 bytes, "
-                                  "more than a lyrics tag's block can give back.")
-                       .arg(args[0])
-                       .arg(foundation::kMaxInflatedSize));
     const auto text = tagblock::tagTextForLyric(lyric);
     if (!text)
         inputError(QStringLiteral("Nothing would be written: %1 has no timed line with text.")
@@ -176,7 +169,7 @@ int extract(QStringList rawArgs)
     const QStringList args = parseArguments(rawArgs).operands;
     if (args.size() > 1)
         usageError(QStringLiteral("tag extract takes at most one FILE."));
-    const auto text = tagblock::lrcFromTagText(readUtf8Text(args.value(0)));
+    const auto text = tagblock::lrcFromTagText(readUtf8Text(args.value(0), kMaxTagTextBytes));
     if (!text)
         inputError(QStringLiteral("The tag text holds no usable lyric block."));
     writeRaw(*text);

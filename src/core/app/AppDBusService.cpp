@@ -1,6 +1,7 @@
 #include "app/AppDBusService.h"
 
 #include "app/AppDelegate.h"
+#include "foundation/RegularFile.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 
@@ -16,6 +17,11 @@ AppDBusService::AppDBusService(AppDelegate& delegate)
     AppState& state = delegate.state();
     connect(&state, &AppState::changed, this, &AppDBusService::propertyChanged);
     connect(&state, &AppState::lineChanged, this, &AppDBusService::LineChanged);
+}
+
+AppDBusService::~AppDBusService()
+{
+    unpublish();
 }
 
 bool AppDBusService::publish(QDBusConnection bus)
@@ -129,8 +135,22 @@ QString AppDBusService::Lyric()
                                                                              : QStringLiteral("");
 }
 
-void AppDBusService::SetLyric(const QString& text)
+void AppDBusService::refuse(const QDBusMessage& call, const QString& why)
 {
+    call.setDelayedReply(true);
+    m_bus.send(call.createErrorReply(QDBusError::InvalidArgs, why));
+}
+
+void AppDBusService::SetLyric(const QString& text, const QDBusMessage& message)
+{
+    // UTF-8 takes at most three bytes per UTF-16 unit: most texts are judged without encoding.
+    if (text.size() > foundation::kMaxLyricBytes / 3 &&
+        (text.size() > foundation::kMaxLyricBytes ||
+         text.toUtf8().size() > foundation::kMaxLyricBytes)) {
+        refuse(message, QStringLiteral("A lyric may have at most %1 bytes of UTF-8 text")
+                            .arg(foundation::kMaxLyricBytes));
+        return;
+    }
     m_delegate.setupLRCcontent(text);
 }
 
@@ -139,8 +159,14 @@ void AppDBusService::ToggleLyricsWindow()
     m_delegate.toggleLyricsWindow();
 }
 
-void AppDBusService::SetMode(int mode)
+void AppDBusService::SetMode(int mode, const QDBusMessage& message)
 {
+    if (mode != 0 && mode != 1) {
+        refuse(
+            message,
+            QStringLiteral("The mode is 0 (scrolling panel) or 1 (single line), not %1").arg(mode));
+        return;
+    }
     m_delegate.changeLrcMode(mode == 0 ? StatusMenuPort::Item::ModeStream
                                        : StatusMenuPort::Item::ModeLine);
 }

@@ -2,6 +2,7 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QString>
 
 class AppDelegate;
@@ -9,7 +10,8 @@ class AppDelegate;
 // The running application on the session bus: name com.morvane.Versewick, object
 // /com/morvane/Versewick, interface com.morvane.Versewick.Lyrics. Its properties mirror the
 // controller's state; all but Position signal PropertiesChanged. Methods that need a window do
-// nothing where there is none.
+// nothing where there is none. Arguments out of range are refused with a D-Bus error before any
+// work: SetLyric takes at most foundation::kMaxLyricBytes of UTF-8, SetMode only 0 or 1.
 class AppDBusService : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.morvane.Versewick.Lyrics")
@@ -35,6 +37,8 @@ public:
 
     // Attaches to the controller (its parent); publish() puts it on a bus.
     explicit AppDBusService(AppDelegate& delegate);
+    // Gives the name and the object back, so that a later controller can publish.
+    ~AppDBusService() override;
 
     // Owns the name and exports the object; false (and nothing exported) when the name is
     // taken or the bus is not there.
@@ -58,9 +62,10 @@ public:
 
 public Q_SLOTS:
     QString Lyric();
-    void SetLyric(const QString& text);
+    // The message, given by Qt D-Bus, carries the reply; the D-Bus signatures are "s" and "i".
+    void SetLyric(const QString& text, const QDBusMessage& message);
     void ToggleLyricsWindow();
-    void SetMode(int mode);
+    void SetMode(int mode, const QDBusMessage& message);
     void ShowSearchWindow();
     void ShowLyricManager();
     void ShowPreferences();
@@ -70,6 +75,8 @@ Q_SIGNALS:
     void LineChanged(int index, const QString& text, double position);
 
 private:
+    // Answers the call with an InvalidArgs error instead of the empty reply.
+    void refuse(const QDBusMessage& call, const QString& why);
     void propertyChanged(const QString& name, const QVariant& value);
 
     AppDelegate& m_delegate;

@@ -6,7 +6,6 @@
 #include "foundation/TextDecoding.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 std::optional<QString> AudioFileLyrics::readLyric(const QString& audioPath)
@@ -31,10 +30,11 @@ std::optional<QString> AudioFileLyrics::readLrcBeside(const QString& audioPath)
     const QString path = lrcPathBeside(audioPath);
     if (path.isEmpty())
         return std::nullopt;
-    QFile file(path);
-    if (file.size() > kMaxLrcBytes || !file.open(QIODevice::ReadOnly))
+    const auto bytes =
+        foundation::readLyricFile(QStringLiteral("The .lrc file"), path, kMaxLrcBytes);
+    if (!bytes)
         return std::nullopt;
-    return foundation::decodeText(file.read(kMaxLrcBytes), foundation::kUTF8Encoding);
+    return foundation::decodeText(*bytes, foundation::kUTF8Encoding);
 }
 
 bool AudioFileLyrics::writeLyric(const QString& audioPath, const QString& lrcText)

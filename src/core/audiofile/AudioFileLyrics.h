@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/RegularFile.h"
+
 #include <QString>
 
 #include <optional>
@@ -9,7 +11,7 @@
 class AudioFileLyrics {
 public:
     // Larger .lrc files are not read.
-    static constexpr qint64 kMaxLrcBytes = 4 << 20;
+    static constexpr qint64 kMaxLrcBytes = foundation::kMaxLyricBytes;
 
     // The first lyrics tag that holds a lyric (the compressed block, or text with time tags),
     // as LRC text; nullopt when none does.

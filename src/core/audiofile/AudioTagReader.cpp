@@ -1,9 +1,10 @@
 #include "audiofile/AudioTagReader.h"
 
 #include "audiofile/TagLyricText.h"
+#include "foundation/RegularFile.h"
+#include "foundation/SystemLog.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
@@ -17,12 +18,15 @@
 #include <taglib/synchronizedlyricsframe.h>
 #include <taglib/tbytevectorstream.h>
 #include <taglib/tdebuglistener.h>
+#include <taglib/tfilestream.h>
 #include <taglib/tpropertymap.h>
 #include <taglib/vorbisfile.h>
 #include <taglib/wavfile.h>
 #include <taglib/wavpackfile.h>
 
 #include <memory>
+
+#include <unistd.h>
 
 namespace {
 
@@ -128,6 +132,21 @@ std::unique_ptr<TagLib::File> open(TagLib::IOStream* stream, AudioTagReader::For
     return nullptr;
 }
 
+// A descriptor opened and checked here, handed to TagLib (which closes it), under the file's
+// own name so that TagLib still picks the format by the extension.
+class CheckedStream : public TagLib::FileStream {
+public:
+    CheckedStream(int fd, const QByteArray& name)
+        : TagLib::FileStream(fd, true)
+        , m_name(name)
+    {
+    }
+    TagLib::FileName name() const override { return m_name.constData(); }
+
+private:
+    QByteArray m_name;
+};
+
 class SilentListener : public TagLib::DebugListener {
 public:
     void printMessage(const TagLib::String&) override {}
@@ -143,11 +162,21 @@ void AudioTagReader::setDiagnosticsEnabled(bool enabled)
 
 QStringList AudioTagReader::lyricTexts(const QString& path)
 {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile() || info.size() > kMaxFileBytes)
+    // TagLib is never handed a path: it would open a pipe or a device and wait on it.
+    foundation::OpenedFile opened = foundation::openRegularFile(path, kMaxFileBytes);
+    if (!opened.fd.isOpen()) {
+        if (!opened.missing)
+            foundation::systemLog(
+                QStringLiteral("The audio file %1 is not read: %2").arg(path, opened.reason));
         return {};
-    const QByteArray local = QFile::encodeName(info.absoluteFilePath());
-    TagLib::FileRef ref(local.constData(), false);
+    }
+    const int fd = opened.fd.release();
+    CheckedStream stream(fd, QFile::encodeName(path));
+    if (!stream.isOpen()) {
+        ::close(fd);
+        return {};
+    }
+    TagLib::FileRef ref(&stream, false);
     return textsOf(ref.file());
 }
 

@@ -1,6 +1,7 @@
 #include "audiofile/AudioTagWriter.h"
 
 #include "audiofile/AudioTagReader.h"
+#include "foundation/RegularFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -83,11 +84,13 @@ bool AudioTagWriter::writeLyrics(const QString& path, const QString& text)
         !QFileInfo(original.absolutePath()).isWritable() ||
         original.size() > AudioTagReader::kMaxFileBytes)
         return false;
-    const auto audio = audioOf(original.absoluteFilePath());
-    if (!audio)
-        return false;
-    QFile source(original.absoluteFilePath());
-    if (!source.open(QIODevice::ReadOnly))
+    // Opened and checked on the descriptor: a pipe or device swapped in after the checks above
+    // is refused, never waited on. TagLib only ever opens the copy.
+    foundation::OpenedFile opened =
+        foundation::openRegularFile(original.absoluteFilePath(), AudioTagReader::kMaxFileBytes);
+    QFile source;
+    if (!opened.fd.isOpen() ||
+        !source.open(opened.fd.get(), QIODevice::ReadOnly, QFileDevice::DontCloseHandle))
         return false;
 
     // The copy keeps the extension: TagLib chooses the format by it.
@@ -98,6 +101,9 @@ bool AudioTagWriter::writeLyrics(const QString& path, const QString& text)
     copy.setPermissions(original.permissions());
     copy.close();
 
+    const auto audio = audioOf(copy.fileName());
+    if (!audio)
+        return false;
     if (!setLyrics(copy.fileName(), text) || audioOf(copy.fileName()) != audio)
         return false;
     const QStringList back = AudioTagReader::lyricTexts(copy.fileName());

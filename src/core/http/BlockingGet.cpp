@@ -22,6 +22,7 @@ struct Outcome {
     std::atomic<bool> abandoned{false}; // the caller stopped waiting
     std::optional<QByteArray> body;     // written before done is released
     BlockingFailure failure = BlockingFailure::None;
+    int status = 0;
 };
 
 // One transfer on the worker thread: it settles once, with the body or a failure, and then
@@ -68,12 +69,16 @@ private:
             return;
         const QNetworkReply::NetworkError error = m_reply->error();
         const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        // An answer with an HTTP status is an answer, whatever its status, except a redirect
+        m_outcome->status = status;
+        // Only a 2xx final answer is an answer. The redirects the transport follows never come
+        // here; any other 3xx (300, 304) is final and fails like a 404, and so does a redirect
         // the transport could not follow.
         const bool answered =
-            status > 0 && error > QNetworkReply::UnknownProxyError && status / 100 != 3;
-        if (error == QNetworkReply::NoError || answered)
+            error == QNetworkReply::NoError || error > QNetworkReply::UnknownProxyError;
+        if (error == QNetworkReply::NoError && (status == 0 || status / 100 == 2))
             settle(BlockingFailure::None);
+        else if (status > 0 && answered)
+            settle(BlockingFailure::Status);
         else
             settle(error == QNetworkReply::TimeoutError ? BlockingFailure::TimedOut
                                                         : BlockingFailure::Transport);
@@ -161,7 +166,7 @@ BlockingAnswer blockingFetch(const QUrl& url, int timeoutMs, qint64 maxBytes)
         if (!outcome->done.tryAcquire(1, 0))
             return {std::nullopt, BlockingFailure::TimedOut};
     }
-    return {outcome->body, outcome->failure};
+    return {outcome->body, outcome->failure, outcome->status};
 }
 
 std::optional<QByteArray> blockingGet(const QUrl& url, int timeoutMs, qint64 maxBytes)

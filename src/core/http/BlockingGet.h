@@ -7,8 +7,9 @@
 
 namespace http {
 
-// The default limit of a blocking request, as a plain request without one of its own has.
-inline constexpr int kBlockingDefaultTimeoutMs = 60000;
+// The default limit of a blocking request, as a plain request without one of its own has. Its
+// caller waits, so it is short: a server that has not answered in full by then is given up on.
+inline constexpr int kBlockingDefaultTimeoutMs = 5000;
 // The default bound of a blocking answer: room for any lyric or search answer.
 inline constexpr qint64 kBlockingDefaultMaxBytes = 4 * 1024 * 1024;
 
@@ -18,11 +19,13 @@ enum class BlockingFailure {
     Transport, // refused, broken, a redirect that cannot be followed
     TimedOut,  // the whole request took longer than its limit
     TooLarge,  // the answer announced or sent more than its bound
+    Status,    // the final answer's HTTP status is not 2xx (a 300 or 304 included)
 };
 
 struct BlockingAnswer {
-    std::optional<QByteArray> body; // whatever the HTTP status; nullopt on any failure
+    std::optional<QByteArray> body; // a 2xx answer's body; nullopt on any failure
     BlockingFailure failure = BlockingFailure::None;
+    int status = 0; // the final answer's HTTP status, when one came
 };
 
 // GET that blocks the calling thread until the answer, without running an event loop on it:

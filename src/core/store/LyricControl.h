@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/RegularFile.h"
+
 #include "store/LyricControlDelegate.h"
 #include "store/LyricStorageFile.h"
 
@@ -20,7 +22,7 @@ class LyricsTrack;
 class LyricControl {
 public:
     // Files larger than this are not lyrics; they read as absent.
-    static constexpr qint64 kMaxLyricFileSize = 32 * 1024 * 1024;
+    static constexpr qint64 kMaxLyricFileSize = foundation::kMaxLyricBytes;
 
     static QString _pathAppDatas();
     static QString _pathLrcs();

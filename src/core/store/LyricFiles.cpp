@@ -1,5 +1,7 @@
 #include "store/LyricFiles.h"
 
+#include "foundation/RegularFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -69,27 +71,7 @@ Entry entryAt(const QString& path)
 
 std::optional<QByteArray> readRegularFile(const QString& path, qint64 maxSize)
 {
-    // O_NONBLOCK: opening a pipe must not wait for a writer; it is refused just below.
-    const Descriptor fd(::open(QFile::encodeName(path).constData(),
-                               O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-    struct stat st {};
-    if (fd.get() < 0 || ::fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode) || st.st_size > maxSize)
-        return std::nullopt;
-    QByteArray bytes;
-    char buffer[65536];
-    for (;;) {
-        const ssize_t n = ::read(fd.get(), buffer, sizeof buffer);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0)
-            return std::nullopt;
-        if (n == 0)
-            return bytes;
-        // The file may grow while it is read; the limit holds all the same.
-        if (bytes.size() + n > maxSize)
-            return std::nullopt;
-        bytes.append(buffer, n);
-    }
+    return foundation::readLyricFile(QStringLiteral("The lyric file"), path, maxSize, false);
 }
 
 bool replaceFile(const QString& path, const QByteArray& bytes)

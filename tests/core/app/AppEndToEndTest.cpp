@@ -3,6 +3,7 @@
 #include "AppFixture.h"
 
 #include "app/AppDBusService.h"
+#include "foundation/RegularFile.h"
 #include "store/LyricTagBlock.h"
 
 #include <QDBusConnection>
@@ -372,6 +373,29 @@ TEST_F(EndToEnd, TheServicePublishesTheStateAndAnswersItsMethods)
     remote.call("SetMode", 1);
     EXPECT_EQ(settings->lyricStyle(), 1);
     EXPECT_EQ(remote.property("Mode").toInt(), 1);
+}
+
+TEST_F(EndToEnd, TheServiceRefusesArgumentsOutOfRangeBeforeAnyWork)
+{
+    writeStored("Ann--Rain", kStored);
+    startPlayer("jukora", {song("Ann", "Rain")});
+    play();
+    launch();
+    auto* service = new AppDBusService(*app);
+    ASSERT_TRUE(service->publish());
+    ASSERT_TRUE(waitLoaded(AppState::Folder));
+    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
+                          AppDBusService::kInterface);
+    const QString huge = "[00:01]" + QString(foundation::kMaxLyricBytes / 2, QChar(0xE9));
+    const QList<std::pair<QString, QVariant>> calls{
+        {"SetLyric", huge}, {"SetMode", 2}, {"SetMode", -1}};
+    for (const auto& [method, argument] : calls) {
+        const QDBusMessage reply = remote.call(method, argument);
+        EXPECT_EQ(reply.type(), QDBusMessage::ErrorMessage) << method.toStdString();
+        EXPECT_EQ(reply.errorName(), "org.freedesktop.DBus.Error.InvalidArgs");
+    }
+    EXPECT_EQ(QDBusReply<QString>(remote.call("Lyric")).value(), QString::fromUtf8(kStored));
+    EXPECT_EQ(remote.property("Mode").toInt(), 0);
 }
 
 } // namespace

@@ -9,9 +9,16 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <gtest/gtest.h>
+
+#include <future>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -141,5 +148,70 @@ TEST(AudioFileLyrics, MissingFilesAndBlankTextAreRefused)
     EXPECT_FALSE(AudioFileLyrics::writeLyric(path, " \n"));
     EXPECT_FALSE(AudioFileLyrics::readLyric(path));
 }
+
+enum class Planted { Pipe, Folder, DevZero, OverTheBound };
+
+class NonLyricEntries : public ::testing::TestWithParam<Planted> {
+protected:
+    TempHome home;
+    void plant(const QString& path)
+    {
+        const QByteArray local = QFile::encodeName(path);
+        switch (GetParam()) {
+        case Planted::Pipe:
+            ASSERT_EQ(::mkfifo(local.constData(), 0600), 0);
+            break;
+        case Planted::Folder:
+            ASSERT_TRUE(QDir().mkpath(path));
+            break;
+        case Planted::DevZero:
+            ASSERT_EQ(::symlink("/dev/zero", local.constData()), 0);
+            break;
+        case Planted::OverTheBound:
+            home.write(QFileInfo(path).fileName(),
+                       "[00:01]" + QByteArray(AudioFileLyrics::kMaxLrcBytes, 'x'));
+            break;
+        }
+    }
+    // Fails instead of hanging when the read waits on a pipe, then lets it go.
+    template <typename F> auto atOnce(const QString& path, F read)
+    {
+        auto done = std::async(std::launch::async, read);
+        if (done.wait_for(std::chrono::seconds(5)) != std::future_status::ready) {
+            ADD_FAILURE() << "the read waits on " << path.toStdString();
+            while (done.wait_for(std::chrono::milliseconds(100)) != std::future_status::ready) {
+                const int fd = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK);
+                if (fd >= 0)
+                    ::close(fd);
+            }
+        }
+        return done.get();
+    }
+};
+
+TEST_P(NonLyricEntries, BesideTheAudioFileAreNoLyric)
+{
+    plant(home.filePath("song.lrc"));
+    const QString audio = home.filePath("song.flac");
+    EXPECT_FALSE(
+        atOnce(home.filePath("song.lrc"), [&] { return AudioFileLyrics::readLrcBeside(audio); }));
+}
+
+// Audio files have a bound of their own, far above any lyric.
+class NonAudioEntries : public NonLyricEntries {};
+
+TEST_P(NonAudioEntries, AsTheAudioFileAreNeitherReadNorWritten)
+{
+    const QString audio = home.filePath("song.mp3");
+    plant(audio);
+    EXPECT_FALSE(atOnce(audio, [&] { return AudioFileLyrics::readLyric(audio); }));
+    EXPECT_FALSE(atOnce(audio, [&] { return AudioFileLyrics::writeLyric(audio, kTimed); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, NonLyricEntries,
+                         ::testing::Values(Planted::Pipe, Planted::Folder, Planted::DevZero,
+                                           Planted::OverTheBound));
+INSTANTIATE_TEST_SUITE_P(Kinds, NonAudioEntries,
+                         ::testing::Values(Planted::Pipe, Planted::Folder, Planted::DevZero));
 
 } // namespace

@@ -365,7 +365,7 @@ TEST(BlockingGet, AnswersWithoutRunningTheCallersEventLoop)
     QTimer::singleShot(0, [&] { timerFired = true; });
     EXPECT_EQ(PLHttpClient::syncGet(QUrl(server.url("/"))), QStringLiteral("blocking body"));
     EXPECT_FALSE(timerFired);
-    EXPECT_EQ(PLHttpClient::simpleSyncGet(server.url("/missing")), QByteArray("not here"));
+    EXPECT_FALSE(PLHttpClient::simpleSyncGet(server.url("/missing")));
     EXPECT_FALSE(
         PLHttpClient::simpleSyncGet(QStringLiteral("http://127.0.0.1:%1/").arg(closedPort())));
     EXPECT_TRUE(PLHttpClient::syncGet(QUrl(QStringLiteral("not a url"))).isNull());
@@ -401,6 +401,42 @@ INSTANTIATE_TEST_SUITE_P(Servers, BlockingLimit,
                                                "oneBytePerTenthOfASecond",
                                                RawHttpServer::trickle(QByteArray(100, 'x'), 100)}),
                          [](const auto& info) { return std::string(info.param.name); });
+
+struct StatusCase {
+    const char* name;
+    RawHttpServer::Handler handler;
+    http::BlockingFailure failure;
+    int status;
+};
+
+class BlockingStatus : public ::testing::TestWithParam<StatusCase> {};
+
+// Only a 2xx final answer has a body; the redirects the transport follows are passed over.
+TEST_P(BlockingStatus, OnlyA2xxFinalAnswerIsAnAnswer)
+{
+    RawHttpServer server;
+    server.route("/", GetParam().handler);
+    server.route("/there", RawHttpServer::status(200, "there"));
+    const http::BlockingAnswer answer = http::blockingFetch(QUrl(server.url("/")));
+    EXPECT_EQ(answer.failure, GetParam().failure);
+    EXPECT_EQ(answer.status, GetParam().status);
+    EXPECT_EQ(answer.body.has_value(), GetParam().failure == http::BlockingFailure::None);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, BlockingStatus,
+    ::testing::Values(
+        StatusCase{"ok", RawHttpServer::status(200, "x"), http::BlockingFailure::None, 200},
+        StatusCase{"noContent", RawHttpServer::status(204), http::BlockingFailure::None, 204},
+        StatusCase{"followedRedirect", RawHttpServer::redirect("/there"),
+                   http::BlockingFailure::None, 200},
+        StatusCase{"multipleChoices", RawHttpServer::status(300, "a body", "Location: /there\r\n"),
+                   http::BlockingFailure::Status, 300},
+        StatusCase{"notFound", RawHttpServer::status(404, "not here"),
+                   http::BlockingFailure::Status, 404},
+        StatusCase{"serverError", RawHttpServer::status(500, "oops"), http::BlockingFailure::Status,
+                   500}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 class BlockingSize : public ::testing::TestWithParam<bool> {};
 

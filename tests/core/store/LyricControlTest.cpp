@@ -88,9 +88,10 @@ TEST_F(StoreTest, OverwriteRules)
               QByteArray("[ar:Ann]\n[offset:5]\n[00:01]new"));
 }
 
-TEST_F(StoreTest, UnreadableOrEmptyFileCountsAsAbsentAndIsReplaced)
+TEST_F(StoreTest, UnreadableEmptyOrOversizedFileCountsAsAbsentAndIsReplaced)
 {
-    for (const QByteArray& old : {QByteArray("\xFF\xFE\xFD"), QByteArray()}) {
+    const QByteArray oversized = "[00:01]" + QByteArray(foundation::kMaxLyricBytes, 'x');
+    for (const QByteArray& old : {QByteArray("\xFF\xFE\xFD"), QByteArray(), oversized}) {
         putFile(QStringLiteral("Ann--Rain.lrc"), old);
         EXPECT_EQ(control.readLrcByIdentify(QStringLiteral("Ann--Rain")), nullptr);
         control.writeLrc(*lyricOf(QStringLiteral("[00:01]fresh")), QStringLiteral("Ann"),

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QJsonArray>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -95,6 +98,8 @@ TEST_P(CliErrors, OneSentenceOnStandardErrorAndTheRightStatus)
 {
     TempHome home;
     home.write("bad.lrc", "[00:01]\xC3\x28");
+    home.write("big.lrc", QByteArray(4 * 1024 * 1024 + 1, 'x'));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(home.filePath("pipe.lrc")).constData(), 0600), 0);
     QStringList args = GetParam().args;
     for (QString& arg : args)
         arg.replace("HOME", home.path());
@@ -117,6 +122,10 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{{"lrc", "dump", "a", "b"}, 2, "versewick-cli: lrc dump takes"},
         ErrorCase{{"lrc", "dump", "HOME/missing.lrc"}, 1, "versewick-cli: Cannot read"},
         ErrorCase{{"lrc", "dump", "HOME"}, 1, "versewick-cli: Cannot read"},
+        // Refused at once: a pipe without a writer, a device, a file past the bound.
+        ErrorCase{{"lrc", "dump", "HOME/pipe.lrc"}, 1, "versewick-cli: Cannot read"},
+        ErrorCase{{"lrc", "readable", "/dev/zero"}, 1, "versewick-cli: Cannot read"},
+        ErrorCase{{"server", "parse", "HOME/big.lrc"}, 1, "versewick-cli: Cannot read"},
         ErrorCase{{"lrc", "readable", "HOME/bad.lrc"}, 1, "versewick-cli: Cannot read"}));
 
 TEST(CliHelp, EveryCommandAnswersHelp)

@@ -5,6 +5,7 @@
 #include "support/TempHome.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSettings>
@@ -83,6 +84,35 @@ TEST_F(CliOnline, AnAnswerPastItsBoundIsAnInputError)
         }
     }
 }
+
+TEST_F(CliOnline, ATricklingAnswerIsGivenUpOnAtTheLimitOfTheWholeRequest)
+{
+    server.route("/dll/lyricsvr.dll", RawHttpServer::trickle(QByteArray(100000, 'x'), 1000));
+    QElapsedTimer timer;
+    timer.start();
+    const CliResult r = cli({"server", "search", "a", "b"});
+    EXPECT_LT(timer.elapsed(), 15000);
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.endsWith(" did not answer within 5 s.\n")) << r.err.toStdString();
+}
+
+class CliStatus : public CliOnline, public ::testing::WithParamInterface<int> {};
+
+// Only a 2xx answer is a lyric: a 300 with a Location is not followed, and its body is no lyric.
+TEST_P(CliStatus, AnythingButA2xxAnswerIsAnInputError)
+{
+    server.route("/dll/lyricsvr.dll",
+                 RawHttpServer::status(GetParam(), "[00:01]not a lyric",
+                                       "Location: " + server.url("/elsewhere").toUtf8() + "\r\n"));
+    const CliResult r = cli({"server", "download", "1", "a", "b"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.out.isEmpty()) << r.out.toStdString();
+    EXPECT_TRUE(
+        r.err.endsWith(QStringLiteral(" answered with HTTP status %1.\n").arg(GetParam()).toUtf8()))
+        << r.err.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Statuses, CliStatus, ::testing::Values(300, 404, 500));
 
 TEST_F(CliOnline, OfflineCommands)
 {
