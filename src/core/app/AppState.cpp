@@ -36,3 +36,16 @@ void AppState::setLine(int index, const QString& text, double position)
         Q_EMIT changed(QStringLiteral("Line"), t);
     Q_EMIT lineChanged(index, t, position);
 }
+
+void AppState::setLyricLoaded(bool v)
+{
+    assign(m_lyricLoaded, v, "LyricLoaded");
+    if (v)
+        return;
+    setLyricOrigin(None);
+    if (m_lineIndex != -1) {
+        m_lineIndex = -1;
+        Q_EMIT changed(QStringLiteral("LineIndex"), -1);
+        Q_EMIT lineChanged(-1, m_line, m_position);
+    }
+}
