@@ -43,9 +43,6 @@ void AppState::setLyricLoaded(bool v)
     if (v)
         return;
     setLyricOrigin(None);
-    if (m_lineIndex != -1) {
-        m_lineIndex = -1;
-        Q_EMIT changed(QStringLiteral("LineIndex"), -1);
-        Q_EMIT lineChanged(-1, m_line, m_position);
-    }
+    // The property only: lineChanged is for lines lit by the lyric.
+    assign(m_lineIndex, -1, "LineIndex");
 }
