@@ -135,6 +135,23 @@ TEST_F(HostilePlayer, AFloodOfSongChangesLeavesItAnsweringSmallAndShowingTheLast
     terminateInTime();
 }
 
+// A lyric near the size bound (4 MiB): read and parsed off the main thread, then shown.
+// Disabled: the scrolling view still measures every row on the main thread when it is handed
+// the lyric (about 200,000 rows here: seconds), which is the display's to bound.
+TEST_F(HostilePlayer, DISABLED_ALargeLyricIsReadWithoutHoldingTheApplication)
+{
+    QByteArray text;
+    for (int i = 0; text.size() < 3900 * 1024; ++i)
+        text += QStringLiteral("[%1:%2.00]line %3\n").arg(i / 60 % 100).arg(i % 60).arg(i).toUtf8();
+    home.write("data/Versewick/lyrics.lrcs/Ann--Rain.lrc", text);
+    startPlayer("Rain", home.filePath("music/none.flac"));
+    startApp();
+    EXPECT_TRUE(waitFor([&] { return ask("LyricOrigin").toInt() == 0; }, 15000));
+    EXPECT_LT(slowestMs, 1000);
+    std::cerr << "large lyric: slowest answer " << slowestMs << " ms\n";
+    terminateInTime();
+}
+
 struct PipeCase {
     const char* name;
     const char* where; // the pipe's path under the home folder
