@@ -213,6 +213,13 @@ bool PluginHost::acceptContent(const QString& text)
         return false;
     }
     finished();
+    if (text.size() > kMaxLyricChars) {
+        foundation::systemLog(QStringLiteral("the lyric plug-in answered a text of %1 characters, "
+                                             "more than a lyric holds; ignored")
+                                  .arg(text.size()));
+        d.m_acquisition->notAvailable();
+        return false;
+    }
     Lyric check;
     check.parseLRCcontent(text);
     if (check.lines() == 0) {

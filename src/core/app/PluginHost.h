@@ -18,6 +18,8 @@ class QObject;
 class PluginHost {
 public:
     static constexpr int kAnswerLimitMs = 30000;
+    // A downloaded text longer than any real lyric is refused unparsed.
+    static constexpr qsizetype kMaxLyricChars = 4 << 20;
 
     explicit PluginHost(AppDelegate& d)
         : d(d)
