@@ -61,6 +61,7 @@ private:
     // The MPRIS player (SimulatorMpris.cpp).
     void launchMpris(Player& player);
     bool mprisCommand(const QString& command, const QString& rest);
+    void mprisFlood(int rate, double seconds);
     void mprisChanged(const QStringList& properties);
     void mprisSeeked();
     Player* find(const QString& kind);

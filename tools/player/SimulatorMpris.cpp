@@ -1,6 +1,8 @@
 // The simulator's MPRIS2 player: its object, its commands and the signals it sends.
 #include "Simulator.h"
 
+#include <algorithm>
+
 void Simulator::launchMpris(Player& player)
 {
     auto service = std::make_unique<MprisService>(
@@ -23,6 +25,10 @@ bool Simulator::mprisCommand(const QString& command, const QString& rest)
     if (command == QLatin1String("mpris-fault"))
         return m_mprisFaults.set(rest.section(u' ', 0, 0),
                                  rest.section(u' ', 1, 1) != QLatin1String("off"));
+    if (command == QLatin1String("mpris-flood") && m_playback.current()) {
+        mprisFlood(rest.section(u' ', 0, 0).toInt(), rest.section(u' ', 1, 1).toDouble());
+        return true;
+    }
     if (command != QLatin1String("mpris-meta") || !m_playback.current())
         return false;
     Song& song = m_playback.playlist[m_playback.index()];
@@ -51,4 +57,27 @@ void Simulator::mprisSeeked()
 {
     if (m_mpris)
         m_mpris->seeked();
+}
+
+// A hostile player: `rate` song changes a second (titles "Flood 1", "Flood 2", ...) for
+// `seconds`, sent in bursts every 10 ms; "flood-done" names the last title sent.
+void Simulator::mprisFlood(int rate, double seconds)
+{
+    const int perBurst = std::max(1, rate / 100);
+    const int bursts = std::max(1, int(seconds * 100));
+    auto* timer = new QTimer(this);
+    auto sent = std::make_shared<int>(0);
+    auto burst = std::make_shared<int>(0);
+    connect(timer, &QTimer::timeout, this, [this, timer, sent, burst, perBurst, bursts] {
+        Song& song = m_playback.playlist[m_playback.index()];
+        for (int i = 0; i < perBurst; ++i) {
+            song.title = QStringLiteral("Flood %1").arg(++*sent);
+            mprisChanged({QStringLiteral("Metadata")});
+        }
+        if (++*burst < bursts)
+            return;
+        timer->deleteLater();
+        emitEvent(QStringLiteral("flood-done"), {{"title", song.title}});
+    });
+    timer->start(10);
 }

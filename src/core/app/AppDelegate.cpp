@@ -184,10 +184,10 @@ void AppDelegate::controlLrcFetched(LyricControl& /*control*/, std::unique_ptr<L
     m_acquisition->installStored(std::move(lyric), source);
 }
 
-void AppDelegate::controlLrcFetchFailed(LyricControl& /*control*/, const QString* /*error*/,
+void AppDelegate::controlLrcFetchFailed(LyricControl& control, const QString* /*error*/,
                                         int /*type*/)
 {
-    m_acquisition->storeMissed();
+    m_acquisition->storeMissed(control.artist(), control.song());
 }
 
 void AppDelegate::lyricsListFetched(const QVariantList& items)

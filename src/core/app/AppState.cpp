@@ -36,3 +36,13 @@ void AppState::setLine(int index, const QString& text, double position)
         Q_EMIT changed(QStringLiteral("Line"), t);
     Q_EMIT lineChanged(index, t, position);
 }
+
+void AppState::setLyricLoaded(bool v)
+{
+    assign(m_lyricLoaded, v, "LyricLoaded");
+    if (v)
+        return;
+    setLyricOrigin(None);
+    // The property only: lineChanged is for lines lit by the lyric.
+    assign(m_lineIndex, -1, "LineIndex");
+}

@@ -34,7 +34,8 @@ public:
     void setPanelTitle(const QString& v) { assign(m_panelTitle, v, "PanelTitle"); }
     // Null or empty: cleared.
     void setStatus(const QString& v);
-    void setLyricLoaded(bool v) { assign(m_lyricLoaded, v, "LyricLoaded"); }
+    // Without a lyric there is no origin and no lit line: both read -1.
+    void setLyricLoaded(bool v);
     void setLyricOrigin(int v) { assign(m_lyricOrigin, v, "LyricOrigin"); }
     // The lit line and the text last handed to the single-line display; lineChanged when the
     // index or the text changed.

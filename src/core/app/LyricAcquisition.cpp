@@ -4,6 +4,7 @@
 #include "app/AppTexts.h"
 #include "app/DesktopPort.h"
 #include "app/FollowedSource.h"
+#include "app/LyricLookup.h"
 #include "app/LyricViewPort.h"
 #include "app/MenuState.h"
 #include "app/PluginHost.h"
@@ -24,14 +25,17 @@
 
 #include <QFile>
 
+// The tag is read here (a player's scripting call); the rest of the lookup runs off the main
+// thread.
 void LyricAcquisition::fetchLRC(const LyricsTrack& track)
 {
-    d._lrcAvailable = false;
-    d.m_state.setLyricLoaded(false);
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(nullptr);
+    d.m_loop->songChanging();
     d.m_menu->setInfo(apptext::tr(apptext::kFetching));
-    d.lrcControl->fetchLrcFromTrackTags(track);
+    lookup::Request request;
+    request.tagText = track.lyrics();
+    request.artist = track.artist();
+    request.title = track.name();
+    d.m_loop->lookUp(std::move(request));
 }
 
 // A stored lyric replaces the document.
@@ -56,7 +60,7 @@ void LyricAcquisition::installed(int origin)
     d.m_state.setLyricLoaded(true);
 }
 
-void LyricAcquisition::storeMissed()
+void LyricAcquisition::storeMissed(const QString& artist, const QString& song)
 {
     // What the source knows beyond the names goes to a plug-in that can use it.
     QString album;
@@ -71,27 +75,7 @@ void LyricAcquisition::storeMissed()
         album = d.m_followed->track()->album();
         duration = d.m_followed->duration();
     }
-    d.m_plugin->search(d.lrcControl->artist(), d.lrcControl->song(), album, duration);
-}
-
-bool LyricAcquisition::installFromAudioFile(const QString& audioPath)
-{
-    if (audioPath.isEmpty())
-        return false;
-    int origin = AppState::TrackTag;
-    std::optional<QString> text = AudioFileLyrics::readLyric(audioPath);
-    if (!text) {
-        origin = AppState::BesideAudio;
-        text = AudioFileLyrics::readLrcBeside(audioPath);
-    }
-    if (!text)
-        return false;
-    auto lyric = std::make_unique<Lyric>();
-    lyric->parseLRCcontent(*text);
-    if (lyric->lines() == 0)
-        return false; // text without timed lines: the folder and the plug-in may do better
-    installStored(std::move(lyric), origin);
-    return true;
+    d.m_plugin->search(artist, song, album, duration);
 }
 
 void LyricAcquisition::notAvailable()

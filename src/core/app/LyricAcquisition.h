@@ -20,10 +20,8 @@ public:
 
     void fetchLRC(const LyricsTrack& track);
     void installStored(std::unique_ptr<Lyric> lyric, int source);
-    void storeMissed();
-    // The lyric kept with a local audio file (its tag, then the .lrc beside it), installed;
-    // false when it has none.
-    bool installFromAudioFile(const QString& audioPath);
+    // Nothing at hand for the song: the plug-in is asked.
+    void storeMissed(const QString& artist, const QString& song);
     void listFetched(const QVariantList& items);
     void contentFetched(const QString& text, const QVariant& item);
     void notAvailable();

@@ -116,17 +116,23 @@ LyricManagerPort* MenuState::lyricManagerWC()
 
 void MenuState::showSongNotification()
 {
+    if (d.curTrackTunes)
+        showSongNotification({d.curTrackTunes->name(), d.curTrackTunes->artist(),
+                              d.curTrackTunes->album(), d.curTrackTunes->duration()});
+}
+
+void MenuState::showSongNotification(const NotificationPort::Track& track)
+{
     if (d._notifyWC) {
         d._notifyWC->disappear();
         d._notifyWC->close();
         d._notifyWC.reset();
     }
-    if (!d.m_ports.windows || !d.curTrackTunes)
+    if (!d.m_ports.windows)
         return;
     d._notifyWC = d.m_ports.windows->createNotification(d);
     if (d._notifyWC)
-        d._notifyWC->showTrack({d.curTrackTunes->name(), d.curTrackTunes->artist(),
-                                d.curTrackTunes->album(), d.curTrackTunes->duration()});
+        d._notifyWC->showTrack(track);
 }
 
 void MenuState::notificationCanBeRemoved()

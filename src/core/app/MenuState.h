@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/NotificationPort.h"
 #include "app/StatusMenuPort.h"
 
 #include <QString>
@@ -27,7 +28,9 @@ public:
     void showAbout();
     void showLyricManager();
     LyricManagerPort* lyricManagerWC();
+    // iTunes's current track; the other one names the song itself.
     void showSongNotification();
+    void showSongNotification(const NotificationPort::Track& track);
     void notificationCanBeRemoved();
     void setInfo(const QString& info);
     void reloadLyricView();

@@ -4,6 +4,7 @@
 #include "app/LrcFetcherProtocol.h"
 #include "app/LyricAcquisition.h"
 #include "app/LyricPluginLoader.h"
+#include "app/SourceLoop.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
@@ -72,6 +73,24 @@ void PluginHost::search(const QString& artist, const QString& song, const QStrin
         d.m_acquisition->notAvailable(); // as a failed download would
         return;
     }
+    const quint64 generation = d.m_loop->generation();
+    if (m_busy) {
+        // The search in flight already answers this song; a newer song's search waits.
+        if (generation != m_busyFor) {
+            m_waiting = Search{artist, song, album, duration};
+            m_waitingFor = generation;
+        }
+        return;
+    }
+    m_busy = true;
+    m_busyFor = generation;
+    send({artist, song, album, duration});
+}
+
+void PluginHost::send(const Search& s)
+{
+    const QString &artist = s.artist, &song = s.song, &album = s.album;
+    const double duration = s.duration;
     const int serial = ++m_listsAsked;
     bool sent = false;
     if (lrcfetcher::answers(d.hcLRCfetcher.get(), lrcfetcher::kListForArtistSongAlbumDuration)) {
@@ -89,6 +108,7 @@ void PluginHost::search(const QString& artist, const QString& song, const QStrin
     if (!sent) {
         ++m_listsAnswered;
         d.m_acquisition->notAvailable();
+        finished();
         return;
     }
     watch(m_listsAnswered, serial, QStringLiteral("the search for %1 - %2").arg(artist, song));
@@ -103,6 +123,7 @@ void PluginHost::download(const QVariant& item)
     if (!sent) {
         ++m_contentsAnswered;
         d.m_acquisition->notAvailable();
+        finished();
         return;
     }
     watch(m_contentsAnswered, serial, QStringLiteral("a lyric download"));
@@ -125,38 +146,80 @@ bool PluginHost::answerExpected(int& asked, int& answered, const char* what)
 void PluginHost::watch(int& answered, int serial, const QString& what)
 {
     QObject* fetcher = d.hcLRCfetcher.get();
-    QTimer::singleShot(kAnswerLimitMs, fetcher, [&answered, serial, what] {
-        if (answered < serial)
-            foundation::systemLog(QStringLiteral("the lyric plug-in has not answered %1 in %2 s")
-                                      .arg(what)
-                                      .arg(kAnswerLimitMs / 1000));
+    QTimer::singleShot(kAnswerLimitMs, fetcher, [this, &answered, serial, what] {
+        if (answered >= serial)
+            return;
+        foundation::systemLog(QStringLiteral("the lyric plug-in has not answered %1 in %2 s")
+                                  .arg(what)
+                                  .arg(kAnswerLimitMs / 1000));
+        finished(); // a plug-in that never answers holds no later search
     });
+}
+
+bool PluginHost::stale() const
+{
+    return m_busy && m_busyFor != d.m_loop->generation();
+}
+
+void PluginHost::finished()
+{
+    m_busy = false;
+    if (!m_waiting)
+        return;
+    const Search next = *m_waiting;
+    m_waiting.reset();
+    m_busy = true;
+    m_busyFor = m_waitingFor;
+    send(next);
 }
 
 bool PluginHost::acceptList(const QVariantList& items)
 {
     if (!answerExpected(m_listsAsked, m_listsAnswered, "a search"))
         return false;
+    if (stale()) {
+        finished();
+        return false;
+    }
     if (!items.isEmpty() && items.first().typeId() != QMetaType::QVariantMap) {
         foundation::systemLog(
             QStringLiteral("the lyric plug-in answered a search result that is not a map (%1); "
                            "ignored")
                 .arg(QString::fromLatin1(items.first().typeName())));
         d.m_acquisition->notAvailable();
+        finished();
         return false;
     }
+    if (items.isEmpty())
+        finished();
     return true;
 }
 
 bool PluginHost::acceptListFailure()
 {
-    return answerExpected(m_listsAsked, m_listsAnswered, "a search");
+    if (!answerExpected(m_listsAsked, m_listsAnswered, "a search"))
+        return false;
+    const bool current = !stale();
+    finished();
+    return current;
 }
 
 bool PluginHost::acceptContent(const QString& text)
 {
     if (!answerExpected(m_contentsAsked, m_contentsAnswered, "a download"))
         return false;
+    if (stale()) {
+        finished();
+        return false;
+    }
+    finished();
+    if (text.size() > kMaxLyricChars) {
+        foundation::systemLog(QStringLiteral("the lyric plug-in answered a text of %1 characters, "
+                                             "more than a lyric holds; ignored")
+                                  .arg(text.size()));
+        d.m_acquisition->notAvailable();
+        return false;
+    }
     Lyric check;
     check.parseLRCcontent(text);
     if (check.lines() == 0) {
@@ -171,5 +234,9 @@ bool PluginHost::acceptContent(const QString& text)
 
 bool PluginHost::acceptContentFailure()
 {
-    return answerExpected(m_contentsAsked, m_contentsAnswered, "a download");
+    if (!answerExpected(m_contentsAsked, m_contentsAnswered, "a download"))
+        return false;
+    const bool current = !stale();
+    finished();
+    return current;
 }

@@ -4,7 +4,9 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class AppDelegate;
 class QObject;
@@ -16,6 +18,8 @@ class QObject;
 class PluginHost {
 public:
     static constexpr int kAnswerLimitMs = 30000;
+    // A downloaded text longer than any real lyric is refused unparsed.
+    static constexpr qsizetype kMaxLyricChars = 4 << 20;
 
     explicit PluginHost(AppDelegate& d)
         : d(d)
@@ -37,6 +41,15 @@ public:
     bool acceptContentFailure();
 
 private:
+    struct Search {
+        QString artist, song, album;
+        double duration = 0.0;
+    };
+    void send(const Search& search);
+    // The search and its download are over: the one waiting, if any, goes out.
+    void finished();
+    // The song changed since the search in flight was asked: its answer is dropped.
+    bool stale() const;
     bool answerExpected(int& asked, int& answered, const char* what);
     void watch(int& answered, int serial, const QString& what);
     bool call(const char* method, const std::function<bool(QObject*)>& invoke);
@@ -47,4 +60,10 @@ private:
     int m_listsAnswered = 0;
     int m_contentsAsked = 0;
     int m_contentsAnswered = 0;
+    // One search at a time: a newer song's search waits for the one in flight, and replaces
+    // any other that waits.
+    bool m_busy = false;
+    quint64 m_busyFor = 0; // the song change it was asked for
+    std::optional<Search> m_waiting;
+    quint64 m_waitingFor = 0;
 };

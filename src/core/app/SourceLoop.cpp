@@ -18,6 +18,15 @@
 #include "store/LyricControl.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTimer>
+
+SourceLoop::SourceLoop(AppDelegate& d)
+    : d(d)
+    , m_changes(&d, [this](int kind) { handle(kind); })
+    , m_lookup(&d, [this](lookup::Result result) { lookedUp(std::move(result)); })
+{
+}
 
 void SourceLoop::updateMusicSource()
 {
@@ -46,8 +55,7 @@ void SourceLoop::updateMusicSource()
         d.m_musicSource = MusicSourceKindNone;
         d.m_state.setSourceKind(d.m_musicSource);
         title = apptext::tr(apptext::kNoMusicSource);
-        if (d.m_ports.appController)
-            d.m_ports.appController->setParser(nullptr);
+        songChanging();
         d.m_state.setSong({}, {});
         // Names iTunes whatever the user's player: the message has always read so.
         d.m_menu->setInfo(apptext::tr(apptext::kITunesNotRunning));
@@ -121,8 +129,9 @@ void SourceLoop::updateAppItunes()
     iTunesControl* itunes = d._itunesControl;
     if (!itunes || !itunes->app().isRunning())
         return;
+    // The names are read on every tick, as the panel title is rewritten on every tick.
     if (d.curTrackTunes && d.curTrackTunes->exists())
-        songPresent(m_itunesName, m_itunesArtist,
+        songPresent(d.curTrackTunes->name(), d.curTrackTunes->artist(),
                     [](AppDelegate& d) { return d._itunesControl->playerPosition(); });
     else
         notPlaying(apptext::tr(apptext::kITunesNotPlaying));
@@ -157,9 +166,15 @@ void SourceLoop::updateAppFollowed()
     FollowedSource* source = d.m_followed;
     if (!source || !source->isRunning())
         return;
+    followedTitleChanged();
     const TrackItem* track = source->track();
-    if (track && foundation::isNonEmpty(track->title()))
-        songPresent(track->title(), track->artist(),
+    // A local file without a title is shown by its file name.
+    const QString title = !track ? QString()
+                          : foundation::isNonEmpty(track->title())
+                              ? track->title()
+                              : QFileInfo(source->localFilePath()).completeBaseName();
+    if (!title.isEmpty())
+        songPresent(title, track->artist(),
                     [](AppDelegate& d) { return d.m_followed->location(); });
     else
         notPlaying(apptext::tr(apptext::kPlayerNotPlaying).arg(source->menuTitle()));
@@ -211,72 +226,4 @@ void SourceLoop::lyricInstalled()
 {
     m_litKnown = false;
     m_litItem = nullptr;
-}
-
-void SourceLoop::iTunesTrackDidChange(bool exists, qint64 databaseID)
-{
-    // A stopped player (no track) and a repeated notice for the same track change nothing.
-    if (!exists || databaseID == d.m_curDBid)
-        return;
-    iTunesControl* itunes = d._itunesControl;
-    d.curTrackTunes = itunes->currentTrack();
-    if (!d.curTrackTunes)
-        return;
-    d.m_curDBid = d.curTrackTunes->databaseID();
-    m_itunesName = d.curTrackTunes->name();
-    m_itunesArtist = d.curTrackTunes->artist();
-    d.m_state.setSong(m_itunesArtist, m_itunesName);
-    d.m_acquisition->fetchLRC(*d.curTrackTunes);
-    if (itunes->isPlaying() && d.m_env.settings.isShowChangeSongNotify())
-        d.m_menu->showSongNotification();
-}
-
-void SourceLoop::qqmusicSongChanged()
-{
-    // Every notice searches again; _lrcAvailable is left as it was.
-    const TrackItem* track = d.qqmusicControl ? d.qqmusicControl->track() : nullptr;
-    if (!track || !foundation::isNonEmpty(track->title()))
-        return;
-    startSearch(track->artist(), track->title());
-}
-
-void SourceLoop::djSongChanged()
-{
-    JukoraControl* dj = d.DJControl.get();
-    if (!dj)
-        return;
-    dj->setCachedItem(dj->item());
-    d._lrcAvailable = false;
-    d.m_state.setLyricLoaded(false);
-    m_djTitle = dj->cachedItem() ? dj->cachedItem()->title() : QString();
-    m_djArtist = dj->cachedItem() ? dj->cachedItem()->artist() : QString();
-    if (!dj->cachedItem())
-        return;
-    startSearch(m_djArtist, m_djTitle);
-}
-
-void SourceLoop::followedSongChanged()
-{
-    // A player followed behind a source of higher priority changes nothing on screen.
-    if (d.m_musicSource != MusicSourceKindMpris)
-        return;
-    const TrackItem* track = d.m_followed ? d.m_followed->track() : nullptr;
-    d._lrcAvailable = false;
-    d.m_state.setLyricLoaded(false);
-    if (!track || !foundation::isNonEmpty(track->title()))
-        return;
-    d.m_state.setSong(track->artist(), track->title());
-    if (d.m_acquisition->installFromAudioFile(d.m_followed->localFilePath())) {
-        // The lyric was at hand: lit now, not up to a tick (200 ms) later.
-        updateAppFollowed();
-        return;
-    }
-    startSearch(track->artist(), track->title());
-}
-
-void SourceLoop::startSearch(const QString& artist, const QString& title)
-{
-    d.m_state.setSong(artist, title);
-    d.m_menu->setInfo(apptext::tr(apptext::kFetching));
-    d.lrcControl->fetchLrcByArtist(artist, title);
 }

@@ -118,20 +118,16 @@ void MusicSourceMpris::removePlayer(const QString& busName)
 
 MprisPlayerTracker* MusicSourceMpris::choose() const
 {
-    // Ordered by (status, the moment of that status); larger wins.
+    // Ordered by (status, the moment of that status); larger wins. A stopped player is
+    // never followed.
     MprisPlayerTracker* best = nullptr;
     const auto rank = [](const MprisPlayerTracker* p) {
-        switch (p->status()) {
-        case MprisPlayerTracker::Playing:
-            return std::pair{2, p->playingSince()};
-        case MprisPlayerTracker::Paused:
-            return std::pair{1, p->pausedSince()};
-        default:
-            return std::pair{0, p->seenSince()};
-        }
+        return p->status() == MprisPlayerTracker::Playing ? std::pair{2, p->playingSince()}
+                                                          : std::pair{1, p->pausedSince()};
     };
     for (const auto& [name, player] : m_players) {
-        if (!player->isReady() || isIgnored(*player))
+        if (!player->isReady() || isIgnored(*player) ||
+            player->status() == MprisPlayerTracker::Stopped)
             continue;
         if (!best || rank(player.get()) > rank(best))
             best = player.get();

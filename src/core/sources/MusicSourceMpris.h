@@ -18,8 +18,8 @@ class Workspace;
 
 // Any MPRIS2 player on the session bus (org.mpris.MediaPlayer2.*). Of the players present
 // and not ignored, the one followed is the one playing (the most recent to start playing
-// when several are), else the one most recently seen paused, else the one most recently
-// seen. The source runs while at least one player is present and not ignored.
+// when several are), else the one most recently seen paused; a stopped player is never
+// followed. The source runs while it follows a player.
 //
 // Callbacks follow the target-and-selector contract of the other sources: registering sends
 // the app-state callback at once; it is sent again whenever isRunning changes. The song

@@ -216,6 +216,13 @@ INSTANTIATE_TEST_SUITE_P(
                               Q_ARG(QVariant, kThree[0]));
                    },
                    "lyric is not available", 1, false, "without any timed line"},
+        PluginCase{"TextLargerThanALyric",
+                   [](QObject* d) {
+                       invoke(d, "lyricsListFetched", Q_ARG(QVariantList, kThree));
+                       invoke(d, "lyricsContentFetched", Q_ARG(QString, QString(5 << 20, u'x')),
+                              Q_ARG(QVariant, kThree[0]));
+                   },
+                   "lyric is not available", 1, false, "more than a lyric holds"},
         PluginCase{"ResultThatIsNotAMap",
                    [](QObject* d) {
                        invoke(d, "lyricsListFetched", Q_ARG(QVariantList, (QVariantList{42, "x"})));

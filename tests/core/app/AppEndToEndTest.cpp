@@ -313,6 +313,20 @@ INSTANTIATE_TEST_SUITE_P(Players, NotPlayingPlayer,
                                            NotPlaying{"jukora", "", "Jukora is not playing"}),
                          [](const auto& info) { return std::string(info.param.player); });
 
+// The panel title is rewritten from the track on every tick, not from the song change.
+TEST_F(EndToEnd, TheITunesPanelTitleIsReadOnEveryTick)
+{
+    answerList("[]");
+    startPlayer("itunes", {song("Ann", "Rain")});
+    launch();
+    play();
+    ASSERT_TRUE(waitStatus("lyric is not available"));
+    player->send("mpris-meta title Renamed");
+    ASSERT_TRUE(player->waitEvent("mpris-meta"));
+    timers.fire();
+    EXPECT_EQ(ports.panelTitle, "Renamed-Ann");
+}
+
 TEST_F(EndToEnd, ARepeatedITunesNoticeStartsNoSearch)
 {
     answerList("[]");
@@ -330,7 +344,7 @@ TEST_F(EndToEnd, ARepeatedITunesNoticeStartsNoSearch)
     EXPECT_EQ(app->curDBid(), 1);
 }
 
-TEST_F(EndToEnd, ALatePluginAnswerIsInstalled)
+TEST_F(EndToEnd, ALatePluginAnswerForAnEarlierSongIsDropped)
 {
     // The search for the first song answers after the second song's lyric is shown.
     plugin.route("/list", [](const RawHttpServer::Request&, QTcpSocket& socket) {
@@ -345,8 +359,8 @@ TEST_F(EndToEnd, ALatePluginAnswerIsInstalled)
     ASSERT_TRUE(waitFor([&] { return !plugin.requests().isEmpty(); }));
     player->send("next");
     ASSERT_TRUE(waitLoaded(AppState::Folder));
-    ASSERT_TRUE(waitLoaded(AppState::Plugin));
-    EXPECT_EQ(app->lyric()->contents(), QString::fromUtf8(kOnline));
+    EXPECT_FALSE(waitLoaded(AppState::Plugin, 2500));
+    EXPECT_EQ(app->lyric()->contents(), QString::fromUtf8(kStored));
 }
 
 TEST_F(EndToEnd, TheServicePublishesTheStateAndAnswersItsMethods)
