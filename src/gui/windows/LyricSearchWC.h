@@ -40,7 +40,7 @@ public:
     void setService(Service service);
     Service service() const;
 
-    // Empties the results, then shows the window.
+    // Empties the results, then shows the window. Changing the service empties them too.
     void showWindow();
     void onSearch();
     void onDoubleClick(int row);
@@ -66,6 +66,7 @@ private:
     using Done = std::function<void(std::optional<QByteArray>)>;
     void fetchOffThread(const QUrl& url, Done done);
     void setBusy(bool busy, const QString& status);
+    void clearResults();
     void reloadData();
     void showResults(const QString& emptyText);
     void deliver(const QString& text);

@@ -145,7 +145,8 @@ TEST_F(LyricSearchWCTest, PluginServiceSearchesAndPicksThroughThePlugin)
 {
     FakeFetcher fetcher;
     window.setLyricFetcher(&fetcher, QStringLiteral("Fake"));
-    EXPECT_EQ(window.service(), LyricSearchWC::Plugin);
+    EXPECT_EQ(window.service(), LyricSearchWC::LyricServer); // the plug-in is the second choice
+    window.setService(LyricSearchWC::Plugin);
     search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
     ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
     ASSERT_EQ(window.tableView()->rowCount(), 1);
@@ -153,6 +154,24 @@ TEST_F(LyricSearchWCTest, PluginServiceSearchesAndPicksThroughThePlugin)
     window.onDoubleClick(0);
     ASSERT_TRUE(waitUntil([&] { return !delegate.texts.isEmpty(); }));
     EXPECT_EQ(delegate.texts, QStringList{"[00:02.00]Sinnerman"});
+    EXPECT_TRUE(server.requests().isEmpty());
+}
+
+// A row found by one service is never read from the other's list.
+TEST_F(LyricSearchWCTest, ChangingTheServiceClearsTheResults)
+{
+    FakeFetcher fetcher;
+    window.setLyricFetcher(&fetcher, QStringLiteral("Fake"));
+    window.setService(LyricSearchWC::Plugin);
+    search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
+    ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
+    ASSERT_EQ(window.tableView()->rowCount(), 1);
+
+    window.setService(LyricSearchWC::LyricServer);
+    EXPECT_EQ(window.tableView()->rowCount(), 0);
+    window.onDoubleClick(0);
+    EXPECT_FALSE(window.isBusy());
+    EXPECT_TRUE(delegate.texts.isEmpty());
     EXPECT_TRUE(server.requests().isEmpty());
 }
 
