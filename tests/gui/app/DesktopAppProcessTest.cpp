@@ -98,6 +98,11 @@ struct OptionCase {
     const char* pattern; // what the whole output must match
 };
 
+void PrintTo(const OptionCase& c, std::ostream* os)
+{
+    *os << c.option;
+}
+
 class CommandLineOption : public DesktopAppProcess,
                           public ::testing::WithParamInterface<OptionCase> {};
 

@@ -35,7 +35,17 @@ OpenedWindow lyricManager()
     return {std::move(window), [w] { w->showWindow(); }, w->searchField()};
 }
 
-class FrontWindowTest : public ::testing::TestWithParam<OpenedWindow (*)()> {};
+struct WindowCase {
+    const char* name;
+    OpenedWindow (*open)();
+};
+
+void PrintTo(const WindowCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
+
+class FrontWindowTest : public ::testing::TestWithParam<WindowCase> {};
 
 bool closedBy(QWidget* field, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
@@ -52,7 +62,7 @@ TEST_P(FrontWindowTest, OpensClearOfAnOnTopWindowAndClosesByEscapeOrCtrlW)
     band.setGeometry(screen.x(), screen.y(), screen.width(), screen.height() * 5 / 12);
     band.show();
 
-    OpenedWindow opened = GetParam()();
+    OpenedWindow opened = GetParam().open();
     opened.window->resize(opened.window->minimumSizeHint().expandedTo(QSize(300, 150)));
     opened.show();
     EXPECT_TRUE(opened.window->isVisible());
@@ -67,7 +77,9 @@ TEST_P(FrontWindowTest, OpensClearOfAnOnTopWindowAndClosesByEscapeOrCtrlW)
     EXPECT_TRUE(closedBy(opened.field, Qt::Key_W, Qt::ControlModifier));
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, FrontWindowTest, ::testing::Values(&searchWindow, &lyricManager));
+INSTANTIATE_TEST_SUITE_P(Windows, FrontWindowTest,
+                         ::testing::Values(WindowCase{"search", &searchWindow},
+                                           WindowCase{"lyric manager", &lyricManager}));
 
 TEST(SearchWindowFocus, ShowingPutsTheKeyboardInTheTitleField)
 {
