@@ -53,7 +53,7 @@ std::optional<int> answerCommandLine(int argc, char** argv)
     if (help) {
         out << QCoreApplication::translate("main", "Usage: %1 [options]").arg("versewick") << "\n\n"
             << QCoreApplication::translate(
-                   "main", "Shows the lyrics of the song playing in any MPRIS player (mpv, VLC, "
+                   "main", "Shows the lyrics of the song playing in any MPRIS player (mpv, VLC,\n"
                            "Rhythmbox, Spotify...), in time with the music.")
             << "\n\n"
             << QCoreApplication::translate("main", "Options:") << "\n"

@@ -10,6 +10,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -47,6 +48,7 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     m_tableView->setColumnWidth(0, 260);
     connect(m_tableView, &QTableWidget::cellDoubleClicked, this,
             [this](int row, int) { onDoubleClick(row); });
+    m_tableView->installEventFilter(this); // Return picks the current row
     m_status = new QLabel(this);
 
     auto* form = new QFormLayout;
@@ -243,10 +245,24 @@ void LyricSearchWC::reloadData()
     }
 }
 
+bool LyricSearchWC::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_tableView && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            onDoubleClick(m_tableView->currentRow());
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void LyricSearchWC::showResults(const QString& emptyText)
 {
     reloadData();
     const int rows = numberOfRowsInTableView();
+    if (rows)
+        m_tableView->setCurrentCell(0, 0); // the keyboard's place in the list shows at once
     setBusy(false,
             rows ? tr("%n result(s). Double-click one to use it.", nullptr, rows) : emptyText);
 }

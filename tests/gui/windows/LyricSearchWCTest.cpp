@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -82,7 +83,9 @@ TEST_F(LyricSearchWCTest, SearchShowsResultsAndAPickDownloadsForTheDelegate)
     window.onDoubleClick(2); // below the rows: nothing
     window.onDoubleClick(-1);
     EXPECT_FALSE(window.isBusy());
-    window.onDoubleClick(0);
+    EXPECT_EQ(window.tableView()->currentRow(), 0); // the keyboard starts on the first result
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.tableView(), &enter);
     ASSERT_TRUE(waitUntil([&] { return !delegate.texts.isEmpty(); }));
     EXPECT_EQ(delegate.texts, QStringList{"[00:01.00]lyric"});
     EXPECT_TRUE(server.requests().last().path.contains("?dl?Id=7&Code="));
