@@ -26,9 +26,56 @@
 #include "QuitOnSignal.h"
 
 #include <QApplication>
+#include <QTextStream>
+
+#include <optional>
+#include <string_view>
+
+namespace {
+
+// --help and --version are answered before any display or bus is touched, so they work on a
+// console, over ssh and while another instance runs. Qt's own options (-platform, -style...)
+// are left for QApplication.
+std::optional<int> answerCommandLine(int argc, char** argv)
+{
+    bool help = false;
+    bool version = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view arg(argv[i]);
+        help = help || arg == "--help" || arg == "-h" || arg == "-?";
+        version = version || arg == "--version" || arg == "-v";
+    }
+    if (!help && !version)
+        return std::nullopt;
+    QCoreApplication console(argc, argv); // needs no display
+    foundation::installTranslations(console, QLocale::system());
+    QTextStream out(stdout);
+    if (help) {
+        out << QCoreApplication::translate("main", "Usage: %1 [options]").arg("versewick") << "\n\n"
+            << QCoreApplication::translate(
+                   "main", "Shows the lyrics of the song playing in any MPRIS player (mpv, VLC,\n"
+                           "Rhythmbox, Spotify...), in time with the music.")
+            << "\n\n"
+            << QCoreApplication::translate("main", "Options:") << "\n"
+            << "  -h, --help     "
+            << QCoreApplication::translate("main", "Show this help and exit.") << "\n"
+            << "  -v, --version  "
+            << QCoreApplication::translate("main", "Show the version and exit.") << "\n\n"
+            << QCoreApplication::translate(
+                   "main", "A second start shows the running instance's lyric panel and exits.")
+            << "\n";
+    } else {
+        out << "versewick " << VERSEWICK_VERSION << "\n";
+    }
+    return 0;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    if (const std::optional<int> answered = answerCommandLine(argc, argv))
+        return *answered;
     PlatformChoice::apply();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("versewick"));
@@ -61,8 +108,7 @@ int main(int argc, char** argv)
     stripPort.setContextMenu(menu.menu());
     AppDelegate* controller = nullptr; // set below; preferences open only from its menu
     DesktopWindowFactory windows(addresses, [&]() -> std::unique_ptr<PreferencesPort> {
-        auto preferences = std::make_unique<PreferenceController>(
-            settings, addresses, desktop, [&] { return controller->state().pluginInfo(); });
+        auto preferences = std::make_unique<PreferenceController>(settings, addresses, desktop);
         QObject::connect(preferences.get(), &PreferenceController::reloadLyricViewRequested,
                          controller, &AppDelegate::reloadLyricView);
         return preferences;
@@ -75,6 +121,7 @@ int main(int argc, char** argv)
     controller = &app;
     menu.setDelegate(&app);
     windows.setDelegate(&app);
+    windows.setITunes(&itunes);
     panel.setSearchAction([&app] { app.showSearchWindow(); });
     if (!menu.showInTray())
         foundation::systemLog(

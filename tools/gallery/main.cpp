@@ -128,8 +128,8 @@ int main(int argc, char** argv)
         folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
     std::unique_ptr<PreferenceController> preferences;
     if (shown == QLatin1String("preferences")) {
-        preferences = std::make_unique<PreferenceController>(
-            *settings, addresses, noDesktop, [] { return QStringLiteral("LRCLIB v(1)"); });
+        settings->setLrcPluginInfo(QStringLiteral("LRCLIB v(1)"));
+        preferences = std::make_unique<PreferenceController>(*settings, addresses, noDesktop);
         preferences->selectPanelAtIndex(options.value(panelIndex).toInt());
         preferences->centerAndShow();
     }

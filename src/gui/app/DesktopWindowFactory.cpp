@@ -7,6 +7,7 @@
 #include "app/SearchWindow.h"
 #include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
+#include "sources/iTunesControl.h"
 #include "tray/AppIcon.h"
 #include "windows/SystemDesktop.h"
 
@@ -41,7 +42,8 @@ std::unique_ptr<LyricManagerPort> DesktopWindowFactory::createLyricManager()
 {
     if (!m_delegate)
         return nullptr;
-    return std::make_unique<LyricManagerWindow>(*m_delegate, std::make_unique<SystemDesktop>());
+    return std::make_unique<LyricManagerWindow>(*m_delegate, std::make_unique<SystemDesktop>(),
+                                                m_itunes);
 }
 
 std::unique_ptr<PreferencesPort> DesktopWindowFactory::createPreferences()

@@ -9,6 +9,7 @@
 
 class QMessageBox;
 class ServiceAddresses;
+class iTunesControl;
 
 // Creates the application's windows as widgets. The preferences window comes from a function
 // the program supplies (it may answer null: no preferences window).
@@ -28,13 +29,15 @@ public:
     // the floating displays never take the focus.
     void activateApplication() override {}
 
-    // The lyric manager asks this controller for the song now playing.
+    // The lyric manager asks this controller and iTunes (not owned) for the song now playing.
     void setDelegate(AppDelegate* delegate);
+    void setITunes(iTunesControl* itunes) { m_itunes = itunes; }
     QMessageBox* aboutBox() const { return m_about.get(); }
 
 private:
     ServiceAddresses& m_addresses;
     PreferencesFactory m_preferences;
     QPointer<AppDelegate> m_delegate;
+    QPointer<iTunesControl> m_itunes;
     std::unique_ptr<QMessageBox> m_about;
 };

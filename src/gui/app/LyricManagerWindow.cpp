@@ -2,23 +2,30 @@
 
 #include "app/AppDelegate.h"
 #include "app/DesktopPort.h"
+#include "sources/JukoraControl.h"
+#include "sources/iTunesControl.h"
 #include "store/LyricControl.h"
 #include "windows/LyricManagerWC.h"
 
 #include <QPointer>
 
-LyricManagerWindow::LyricManagerWindow(AppDelegate& delegate, std::unique_ptr<DesktopPort> desktop)
+LyricManagerWindow::LyricManagerWindow(AppDelegate& delegate, std::unique_ptr<DesktopPort> desktop,
+                                       iTunesControl* itunes)
     : m_window(std::make_unique<LyricManagerWC>(std::move(desktop)))
 {
     QPointer<AppDelegate> app(&delegate);
-    m_window->setNowPlayingProvider([app]() -> QString {
-        if (!app || !app->lyricControl())
+    QPointer<iTunesControl> tunes(itunes);
+    m_window->setNowPlayingProvider([app, tunes]() -> QString {
+        const LyricControl* store = app ? app->lyricControl() : nullptr;
+        if (!store)
             return {};
-        const AppState& state = app->state();
-        if (state.title().isEmpty())
-            return {};
-        return app->lyricControl()->identifyFromArtist(state.artist(), state.title()) +
-               QStringLiteral(".lrc");
+        if (const auto track = tunes ? tunes->currentTrack() : std::nullopt)
+            return store->fileNameFromTrack(*track);
+        const JukoraControl* jukora = app->djControl();
+        if (const auto item = jukora ? jukora->item() : std::nullopt)
+            return store->identifyFromArtist(item->artist(), item->title()) +
+                   QStringLiteral(".lrc");
+        return {};
     });
 }
 

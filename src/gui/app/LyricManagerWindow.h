@@ -7,11 +7,15 @@
 class AppDelegate;
 class DesktopPort;
 class LyricManagerWC;
+class iTunesControl;
 
-// The lyric manager window for the controller; "the playing song" is the controller's song.
+// The lyric manager window for the controller. "The playing song" is iTunes's current track
+// when iTunes has one, otherwise the controller's Jukora song, whichever source is active.
 class LyricManagerWindow : public LyricManagerPort {
 public:
-    LyricManagerWindow(AppDelegate& delegate, std::unique_ptr<DesktopPort> desktop);
+    // itunes: not owned; null when there is no iTunes bridge.
+    LyricManagerWindow(AppDelegate& delegate, std::unique_ptr<DesktopPort> desktop,
+                       iTunesControl* itunes = nullptr);
     ~LyricManagerWindow() override;
 
     void setLyricControl(LyricControl* control) override;

@@ -3,9 +3,7 @@
 #include "app/AppDelegate.h"
 #include "windows/LyricSearchWC.h"
 
-#include <QGuiApplication>
 #include <QLineEdit>
-#include <QScreen>
 
 SearchWindow::SearchWindow(AppDelegate& delegate, std::unique_ptr<QObject> fetcher,
                            const QString& fetcherName, const QString& lyricServerHost)
@@ -26,14 +24,10 @@ SearchWindow::~SearchWindow()
 
 void SearchWindow::showFor(const QString& title, const QString& artist)
 {
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        QRect frame = m_window->frameGeometry();
-        frame.moveCenter(screen->availableGeometry().center());
-        m_window->move(frame.topLeft());
-    }
     m_window->showWindow();
     m_window->textTitle()->setText(title);
     m_window->textArtist()->setText(artist);
+    m_window->textTitle()->selectAll(); // typing replaces the title
 }
 
 void SearchWindow::setupLRCcontent(const QString& text)

@@ -8,17 +8,16 @@
 #include "preferences/PreferenceSwitches.h"
 #include "settings/Settings.h"
 #include "store/LyricControl.h"
+#include "windows/FrontWindow.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFontDialog>
 #include <QFormLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -44,13 +43,11 @@ QPushButton* addButton(QWidget* panel, QLayout* layout, const QString& text, con
 } // namespace
 
 PreferenceController::PreferenceController(Settings& settings, const ServiceAddresses& addresses,
-                                           DesktopPort& desktop,
-                                           std::function<QString()> pluginInfo, QWidget* parent)
+                                           DesktopPort& desktop, QWidget* parent)
     : PLTabPreferenceControl(parent)
     , m_settings(settings)
     , m_addresses(addresses)
     , m_desktop(desktop)
-    , m_pluginInfo(std::move(pluginInfo))
     , m_editor(settings)
 {
     m_prefGeneralView = buildGeneralPanel();
@@ -87,6 +84,7 @@ PreferenceController::PreferenceController(Settings& settings, const ServiceAddr
     updateLyricAppearancePanel();
     setDelegate(this);
     windowDidLoad();
+    FrontWindow::addCloseKeys(this);
 }
 
 PreferenceController::~PreferenceController() = default;
@@ -151,8 +149,6 @@ void PreferenceController::addSwitches(QWidget* owner, QVBoxLayout* layout, int 
             if (PreferenceSwitches::value(m_settings, property) == on)
                 return; // a refresh from the settings, not the user
             PreferenceSwitches::setValue(m_settings, property, on);
-            if (qstrcmp(property, "isShowSingleLineBG") == 0)
-                Q_EMIT reloadLyricViewRequested();
         });
         layout->addWidget(box);
         m_switches.insert(name, box);
@@ -167,7 +163,7 @@ void PreferenceController::updateSwitches()
 
 void PreferenceController::updatePluginInfo()
 {
-    const QString info = m_pluginInfo ? m_pluginInfo().trimmed() : QString();
+    const QString info = m_settings.lrcPluginInfo().trimmed();
     m_pluginInfoLabel->setText(info.isEmpty() ? tr("No lyric plug-in is loaded.") : info);
 }
 
@@ -229,15 +225,7 @@ void PreferenceController::prefViewDidAppear(QWidget* /*view*/, int index)
 
 void PreferenceController::centerAndShow()
 {
-    const QScreen* screen = this->screen() ? this->screen() : QGuiApplication::primaryScreen();
-    if (screen) {
-        QRect frame = frameGeometry();
-        frame.moveCenter(screen->availableGeometry().center());
-        move(frame.topLeft());
-    }
-    show();
-    raise();
-    activateWindow();
+    FrontWindow::present(this);
 }
 
 void PreferenceController::updateLyricAppearancePanel()
@@ -290,8 +278,15 @@ void PreferenceController::openFontDialog()
     if (!m_fontDialog) {
         m_fontDialog = new QFontDialog(this);
         m_fontDialog->setOption(QFontDialog::DontUseNativeDialog);
+        // Each pick shows at once, as the font field's live preview; Cancel puts back the
+        // font the choice began with.
+        connect(m_fontDialog, &QFontDialog::currentFontChanged, this,
+                &PreferenceController::changeFont);
         connect(m_fontDialog, &QFontDialog::fontSelected, this, &PreferenceController::changeFont);
+        connect(m_fontDialog, &QFontDialog::rejected, this,
+                [this] { changeFont(m_fontBeforeChoice); });
     }
+    m_fontBeforeChoice = m_editor.fontBeingChosen();
     m_fontDialog->setCurrentFont(m_editor.fontBeingChosen());
     m_fontDialog->open();
     m_fontDialog->raise();
@@ -309,7 +304,7 @@ void PreferenceController::changeFont(const QFont& font)
 
 void PreferenceController::onRevealLyricsFolder()
 {
-    m_desktop.revealFile(LyricControl::lyricsPath());
+    m_desktop.openUrl(QUrl::fromLocalFile(LyricControl::lyricsPath()));
 }
 
 void PreferenceController::onFeedBack()

@@ -8,8 +8,6 @@
 #include <QFont>
 #include <QHash>
 
-#include <functional>
-
 class AppearancePanel;
 class ColorWell;
 class DesktopPort;
@@ -23,7 +21,8 @@ class Settings;
 
 // The application's preferences window: General (switches, feedback), Appearance (fonts,
 // colours, Default and Apply) and Lyric (saving switches, the plug-in, the lyrics folder, help
-// pages). Switches write their setting at once; colours wait for Apply.
+// pages). Switches write their setting at once; colours wait for Apply, and the displays take
+// up the new look (colours, the strip's background) on Apply or Default.
 class PreferenceController : public PLTabPreferenceControl,
                              public PLTabPreferenceDelegate,
                              public PreferencesPort {
@@ -31,10 +30,9 @@ class PreferenceController : public PLTabPreferenceControl,
 public:
     enum Panel { General = 0, Appearance = 1, Lyric = 2 };
 
-    // pluginInfo describes the loaded lyric plug-in ("" when there is none).
+    // The plug-in's description is the settings' lrcPluginInfo, read as the Lyric panel opens.
     PreferenceController(Settings& settings, const ServiceAddresses& addresses,
-                         DesktopPort& desktop, std::function<QString()> pluginInfo,
-                         QWidget* parent = nullptr);
+                         DesktopPort& desktop, QWidget* parent = nullptr);
     ~PreferenceController() override;
 
     void centerAndShow() override;
@@ -69,8 +67,8 @@ public:
     bool isModifyStreamFont() const { return m_editor.isModifyStreamFont(); }
 
 Q_SIGNALS:
-    // The displays should read their look from the settings again (Default, Apply, the strip's
-    // background switch). The application connects it to its lyric view reload.
+    // The displays should read their look from the settings again (Default, Apply). The
+    // application connects it to its lyric view reload.
     void reloadLyricViewRequested();
 
 private:
@@ -84,7 +82,6 @@ private:
     Settings& m_settings;
     const ServiceAddresses& m_addresses;
     DesktopPort& m_desktop;
-    std::function<QString()> m_pluginInfo;
     LyricAppearanceEditor m_editor;
 
     // The panels and dialogs are owned by this window (Qt parent).
@@ -94,4 +91,5 @@ private:
     QHash<QString, QCheckBox*> m_switches;
     QLabel* m_pluginInfoLabel = nullptr;
     QFontDialog* m_fontDialog = nullptr;
+    QFont m_fontBeforeChoice; // put back when the font dialog is cancelled
 };

@@ -1,5 +1,7 @@
 #include "windows/LyricManagerWC.h"
 
+#include "windows/FrontWindow.h"
+
 #include "store/LyricControl.h"
 #include "store/NSArrayControllerLyric.h"
 #include "windows/ContextMenuTableView.h"
@@ -23,6 +25,7 @@ LyricManagerWC::LyricManagerWC(std::unique_ptr<DesktopPort> desktop, QWidget* pa
 {
     setWindowTitle(tr("Lyric Manager"));
     buildLayout();
+    FrontWindow::addCloseKeys(this);
 }
 
 LyricManagerWC::~LyricManagerWC() = default;
@@ -116,9 +119,7 @@ void LyricManagerWC::showWindow()
         m_loaded = true;
         windowDidLoad();
     }
-    show();
-    raise();
-    activateWindow();
+    FrontWindow::present(this);
 }
 
 void LyricManagerWC::windowDidLoad()

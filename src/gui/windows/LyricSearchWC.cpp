@@ -4,11 +4,13 @@
 #include "http/BlockingGet.h"
 #include "online/LyricSearchDelegate.h"
 #include "online/QQFetchHelper.h"
+#include "windows/FrontWindow.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -27,6 +29,8 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     m_serviceBox = new QComboBox(this);
     m_serviceBox->addItem(tr("Lyric server"), LyricServer);
     m_serviceBox->setVisible(false);
+    // Results belong to the service that found them: a row of one never downloads from another.
+    connect(m_serviceBox, &QComboBox::currentIndexChanged, this, [this] { clearResults(); });
     m_searchButton = new QPushButton(tr("Search"), this);
     m_searchButton->setDefault(true);
     connect(m_searchButton, &QPushButton::clicked, this, &LyricSearchWC::onSearch);
@@ -44,6 +48,7 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     m_tableView->setColumnWidth(0, 260);
     connect(m_tableView, &QTableWidget::cellDoubleClicked, this,
             [this](int row, int) { onDoubleClick(row); });
+    m_tableView->installEventFilter(this); // Return picks the current row
     m_status = new QLabel(this);
 
     auto* form = new QFormLayout;
@@ -59,6 +64,7 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     layout->addWidget(m_tableView, 1);
     layout->addWidget(m_status);
     resize(520, 420);
+    FrontWindow::addCloseKeys(this);
 }
 
 LyricSearchWC::~LyricSearchWC() = default;
@@ -70,8 +76,8 @@ void LyricSearchWC::setLyricFetcher(QObject* fetcher, const QString& name)
         m_serviceBox->removeItem(1);
     if (fetcher && lrcfetcher::answers(fetcher, lrcfetcher::kListForArtistSong)) {
         QMetaObject::invokeMethod(fetcher, "setDelegate", Q_ARG(QObject*, this));
+        // The lyric server stays the first choice; the plug-in is the second.
         m_serviceBox->addItem(name.isEmpty() ? tr("Plug-in") : name, Plugin);
-        m_serviceBox->setCurrentIndex(1);
     }
     m_serviceBox->setVisible(m_serviceBox->count() > 1);
 }
@@ -88,16 +94,20 @@ LyricSearchWC::Service LyricSearchWC::service() const
     return m_fetcher && m_serviceBox->currentData().toInt() == Plugin ? Plugin : LyricServer;
 }
 
-void LyricSearchWC::showWindow()
+void LyricSearchWC::clearResults()
 {
-    ++m_generation;
+    ++m_generation; // answers still on their way are dropped
     m_lrcLists.clear();
     m_pluginItems.clear();
     setBusy(false, QString());
     reloadData();
-    show();
-    raise();
-    activateWindow();
+}
+
+void LyricSearchWC::showWindow()
+{
+    clearResults();
+    FrontWindow::present(this);
+    m_textTitle->setFocus(Qt::ActiveWindowFocusReason);
 }
 
 void LyricSearchWC::onSearch()
@@ -131,11 +141,12 @@ void LyricSearchWC::onSearch()
 
 void LyricSearchWC::onDoubleClick(int row)
 {
-    if (m_busy || row < 0 || row >= numberOfRowsInTableView())
+    const bool plugin = service() == Plugin;
+    if (m_busy || row < 0 || row >= (plugin ? m_pluginItems.size() : m_lrcLists.size()))
         return;
     setBusy(true, tr("Downloading…"));
     const int generation = ++m_generation;
-    if (service() == Plugin && !m_pluginItems.isEmpty()) {
+    if (plugin) {
         QMetaObject::invokeMethod(m_fetcher, "lyricsContents",
                                   Q_ARG(QVariant, m_pluginItems.at(row)));
         return;
@@ -234,10 +245,24 @@ void LyricSearchWC::reloadData()
     }
 }
 
+bool LyricSearchWC::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_tableView && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            onDoubleClick(m_tableView->currentRow());
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void LyricSearchWC::showResults(const QString& emptyText)
 {
     reloadData();
     const int rows = numberOfRowsInTableView();
+    if (rows)
+        m_tableView->setCurrentCell(0, 0); // the keyboard's place in the list shows at once
     setBusy(false,
             rows ? tr("%n result(s). Double-click one to use it.", nullptr, rows) : emptyText);
 }

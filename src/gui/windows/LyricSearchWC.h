@@ -18,9 +18,10 @@ class QPushButton;
 class QTableWidget;
 
 // The search-by-hand window: artist and title fields, a search button and the results
-// ("Title", "Artist"). A double-clicked result is downloaded and handed to the delegate's
-// setupLRCcontent, then the window closes. Network work runs off the main thread: the window
-// stays responsive, with the button disabled and a status line while a request runs.
+// ("Title", "Artist"). A double-clicked result (or Return on the current one) is downloaded and
+// handed to the delegate's setupLRCcontent, then the window closes. Network work runs off the
+// main thread: the window stays responsive, with the button disabled and a status line while a
+// request runs.
 class LyricSearchWC : public QWidget {
     Q_OBJECT
 public:
@@ -40,7 +41,7 @@ public:
     void setService(Service service);
     Service service() const;
 
-    // Empties the results, then shows the window.
+    // Empties the results, then shows the window. Changing the service empties them too.
     void showWindow();
     void onSearch();
     void onDoubleClick(int row);
@@ -62,10 +63,14 @@ public:
     Q_INVOKABLE void lyricsContentFetched(const QString& lrcText, const QVariant& item);
     Q_INVOKABLE void lyricsContentFetchFailed(const QString& error);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     using Done = std::function<void(std::optional<QByteArray>)>;
     void fetchOffThread(const QUrl& url, Done done);
     void setBusy(bool busy, const QString& status);
+    void clearResults();
     void reloadData();
     void showResults(const QString& emptyText);
     void deliver(const QString& text);

@@ -10,6 +10,7 @@
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -91,5 +92,50 @@ TEST_F(DesktopAppProcess, ASecondStartShowsTheFirstsWindowAndExitsZero)
     service().call("Quit");
     EXPECT_TRUE(first.waitForFinished(10000));
 }
+
+struct OptionCase {
+    const char* option;
+    const char* pattern; // what the whole output must match
+};
+
+void PrintTo(const OptionCase& c, std::ostream* os)
+{
+    *os << c.option;
+}
+
+class CommandLineOption : public DesktopAppProcess,
+                          public ::testing::WithParamInterface<OptionCase> {};
+
+// Answered on a console with no display at all, and beside a running instance it must not wake.
+TEST_P(CommandLineOption, PrintsAndExitsZeroWithoutADisplayAndBesideARunningInstance)
+{
+    const OptionCase c = GetParam();
+    for (const bool running : {false, true}) {
+        if (running) {
+            start(first);
+            ASSERT_TRUE(waitFor([&] { return nameOwned(); }, 20000));
+        }
+        QProcess console;
+        QProcessEnvironment env = environment();
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            env.remove(name);
+        console.setProcessEnvironment(env);
+        console.start(QStringLiteral(VERSEWICK_APP), {QString::fromLatin1(c.option)});
+        ASSERT_TRUE(console.waitForFinished(10000)) << running;
+        EXPECT_EQ(console.exitStatus(), QProcess::NormalExit) << running;
+        EXPECT_EQ(console.exitCode(), 0) << running;
+        const QString out = QString::fromUtf8(console.readAllStandardOutput());
+        EXPECT_TRUE(QRegularExpression(c.pattern).match(out).hasMatch()) << out.toStdString();
+    }
+    EXPECT_TRUE(windowVisible()); // the running instance was not toggled
+    service().call("Quit");
+    EXPECT_TRUE(first.waitForFinished(10000));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, CommandLineOption,
+    ::testing::Values(OptionCase{"--help", "^Usage: versewick \\[options\\]\\n[\\s\\S]*--version"},
+                      OptionCase{"-h", "^Usage: versewick"},
+                      OptionCase{"--version", "^versewick \\d+\\.\\d+\\.\\d+\\n$"}));
 
 } // namespace

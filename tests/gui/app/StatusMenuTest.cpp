@@ -1,8 +1,13 @@
 #include "DesktopAppFixture.h"
 
+#include "app/LyricManagerWindow.h"
+#include "store/NSArrayControllerLyric.h"
+#include "windows/LyricManagerWC.h"
+
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QDir>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -125,6 +130,46 @@ TEST_F(StatusMenuTest, LyricManagerItemOpensOneWindowForGood)
     ASSERT_NE(first, nullptr);
     menu->lyricManagerItem()->trigger();
     EXPECT_EQ(app->lyricManagerWC(), first);
+}
+
+// Jukora is the active source, yet iTunes's current track is "the playing song".
+TEST_F(StatusMenuTest, PlayingSongInTheLyricManagerIsITunesTrackFirstThenJukoras)
+{
+    auto playing = [&](const char* as, const char* artist, const char* title) {
+        const QString list = home.write(QStringLiteral("%1.json").arg(as),
+                                        QStringLiteral(R"([{"artist":"%1","title":"%2",)"
+                                                       R"("duration":60}])")
+                                            .arg(artist, title)
+                                            .toUtf8());
+        auto player = std::make_unique<PlayerProcess>(
+            QStringList{"--as", as, "--playlist", list, "--qqmusic-port", QString::number(qqPort)});
+        player->send("play");
+        return player;
+    };
+    auto jukora = playing("jukora", "Bo", "Snow");
+    auto tunes = playing("itunes", "Ann", "Rain");
+    QDir().mkpath(LyricControl::lyricsPath());
+    for (const char* name : {"Ann--Rain.lrc", "Bo--Snow.lrc"}) {
+        QFile file(QDir(LyricControl::lyricsPath()).filePath(QLatin1String(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[00:01]x\n");
+    }
+    launchDesktop();
+    windows->setITunes(itunes.get());
+    ASSERT_TRUE(waitFor([&] { return app->state().title() == "Snow"; }));
+
+    auto selected = [&] {
+        auto* manager = static_cast<LyricManagerWindow*>(app->lyricManagerWC())->window();
+        manager->arrayController()->setSelectionIndexes({});
+        manager->selectLyricNowPlaying();
+        const auto rows = manager->arrayController()->selectedObjects();
+        return rows.empty() ? QString() : rows.back().fileName;
+    };
+    menu->lyricManagerItem()->trigger();
+    EXPECT_EQ(selected(), "Ann--Rain.lrc");
+    tunes.reset(); // iTunes gone: Jukora's song
+    ASSERT_TRUE(waitFor([&] { return !itunes->currentTrack(); }));
+    EXPECT_EQ(selected(), "Bo--Snow.lrc");
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -82,7 +83,9 @@ TEST_F(LyricSearchWCTest, SearchShowsResultsAndAPickDownloadsForTheDelegate)
     window.onDoubleClick(2); // below the rows: nothing
     window.onDoubleClick(-1);
     EXPECT_FALSE(window.isBusy());
-    window.onDoubleClick(0);
+    EXPECT_EQ(window.tableView()->currentRow(), 0); // the keyboard starts on the first result
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.tableView(), &enter);
     ASSERT_TRUE(waitUntil([&] { return !delegate.texts.isEmpty(); }));
     EXPECT_EQ(delegate.texts, QStringList{"[00:01.00]lyric"});
     EXPECT_TRUE(server.requests().last().path.contains("?dl?Id=7&Code="));
@@ -145,7 +148,8 @@ TEST_F(LyricSearchWCTest, PluginServiceSearchesAndPicksThroughThePlugin)
 {
     FakeFetcher fetcher;
     window.setLyricFetcher(&fetcher, QStringLiteral("Fake"));
-    EXPECT_EQ(window.service(), LyricSearchWC::Plugin);
+    EXPECT_EQ(window.service(), LyricSearchWC::LyricServer); // the plug-in is the second choice
+    window.setService(LyricSearchWC::Plugin);
     search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
     ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
     ASSERT_EQ(window.tableView()->rowCount(), 1);
@@ -153,6 +157,24 @@ TEST_F(LyricSearchWCTest, PluginServiceSearchesAndPicksThroughThePlugin)
     window.onDoubleClick(0);
     ASSERT_TRUE(waitUntil([&] { return !delegate.texts.isEmpty(); }));
     EXPECT_EQ(delegate.texts, QStringList{"[00:02.00]Sinnerman"});
+    EXPECT_TRUE(server.requests().isEmpty());
+}
+
+// A row found by one service is never read from the other's list.
+TEST_F(LyricSearchWCTest, ChangingTheServiceClearsTheResults)
+{
+    FakeFetcher fetcher;
+    window.setLyricFetcher(&fetcher, QStringLiteral("Fake"));
+    window.setService(LyricSearchWC::Plugin);
+    search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
+    ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
+    ASSERT_EQ(window.tableView()->rowCount(), 1);
+
+    window.setService(LyricSearchWC::LyricServer);
+    EXPECT_EQ(window.tableView()->rowCount(), 0);
+    window.onDoubleClick(0);
+    EXPECT_FALSE(window.isBusy());
+    EXPECT_TRUE(delegate.texts.isEmpty());
     EXPECT_TRUE(server.requests().isEmpty());
 }
 
