@@ -8,6 +8,7 @@
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
+#include "sources/MusicSourceKind.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -71,6 +72,12 @@ void PluginHost::search(const QString& artist, const QString& song, const QStrin
 {
     if (!d.hcLRCfetcher) {
         d.m_acquisition->notAvailable(); // as a failed download would
+        return;
+    }
+    // The players of old answer every search, late ones included; an MPRIS player's songs are
+    // searched one at a time and an answer for an earlier song is dropped.
+    if (d.m_musicSource != MusicSourceKindMpris) {
+        send({artist, song, album, duration});
         return;
     }
     const quint64 generation = d.m_loop->generation();

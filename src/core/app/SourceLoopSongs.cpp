@@ -39,15 +39,17 @@ void SourceLoop::iTunesTrackDidChange(bool exists, qint64 databaseID)
         d.m_menu->showSongNotification();
 }
 
-// The notices of QQMusic, Jukora and MPRIS players are coalesced: see SongChangeQueue.
+// QQMusic's and Jukora's notices are handled as they come: each one searches again (they
+// have always done so). Only MPRIS players, which may send anything, are coalesced: see
+// SongChangeQueue.
 void SourceLoop::qqmusicSongChanged()
 {
-    m_changes.notice(MusicSourceKindQQMusic);
+    handleQQMusic();
 }
 
 void SourceLoop::djSongChanged()
 {
-    m_changes.notice(MusicSourceKindJukora);
+    handleJukora();
 }
 
 void SourceLoop::followedSongChanged()
@@ -58,21 +60,8 @@ void SourceLoop::followedSongChanged()
 void SourceLoop::handle(int kind)
 {
     // A player behind a source of higher priority changes nothing on screen.
-    if (kind != d.m_musicSource)
-        return;
-    switch (kind) {
-    case MusicSourceKindQQMusic:
-        handleQQMusic();
-        break;
-    case MusicSourceKindJukora:
-        handleJukora();
-        break;
-    case MusicSourceKindMpris:
+    if (kind == MusicSourceKindMpris && kind == d.m_musicSource)
         handleFollowed();
-        break;
-    default:
-        break;
-    }
 }
 
 void SourceLoop::handleQQMusic()
@@ -80,7 +69,16 @@ void SourceLoop::handleQQMusic()
     const TrackItem* track = d.qqmusicControl ? d.qqmusicControl->track() : nullptr;
     if (!track || !foundation::isNonEmpty(track->title()))
         return;
+    // A QQMusic song change leaves _lrcAvailable as it was: the old lyric drives the strip
+    // until the new one is found.
+    const bool available = d._lrcAvailable;
+    const int origin = d.m_state.lyricOrigin();
     songChanging();
+    if (available) {
+        d._lrcAvailable = true;
+        d.m_state.setLyricLoaded(true);
+        d.m_state.setLyricOrigin(origin);
+    }
     startSearch(track->artist(), track->title());
 }
 
