@@ -23,7 +23,7 @@
 
 SourceLoop::SourceLoop(AppDelegate& d)
     : d(d)
-    , m_changes(&d, [this](int kind) { handle(kind); })
+    , m_changes(&d, [this] { handleFollowed(); })
     , m_lookup(&d, [this](lookup::Result result) { lookedUp(std::move(result)); })
 {
 }

@@ -54,9 +54,6 @@ private:
     void drive(float seconds);
     void notPlaying(const QString& message);
     void startSearch(const QString& artist, const QString& title, const QString& audioPath = {});
-    void handle(int kind);
-    void handleQQMusic();
-    void handleJukora();
     void handleFollowed();
     void lookedUp(lookup::Result result);
 

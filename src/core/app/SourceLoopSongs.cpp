@@ -44,28 +44,6 @@ void SourceLoop::iTunesTrackDidChange(bool exists, qint64 databaseID)
 // SongChangeQueue.
 void SourceLoop::qqmusicSongChanged()
 {
-    handleQQMusic();
-}
-
-void SourceLoop::djSongChanged()
-{
-    handleJukora();
-}
-
-void SourceLoop::followedSongChanged()
-{
-    m_changes.notice(MusicSourceKindMpris);
-}
-
-void SourceLoop::handle(int kind)
-{
-    // A player behind a source of higher priority changes nothing on screen.
-    if (kind == MusicSourceKindMpris && kind == d.m_musicSource)
-        handleFollowed();
-}
-
-void SourceLoop::handleQQMusic()
-{
     const TrackItem* track = d.qqmusicControl ? d.qqmusicControl->track() : nullptr;
     if (!track || !foundation::isNonEmpty(track->title()))
         return;
@@ -82,7 +60,7 @@ void SourceLoop::handleQQMusic()
     startSearch(track->artist(), track->title());
 }
 
-void SourceLoop::handleJukora()
+void SourceLoop::djSongChanged()
 {
     JukoraControl* dj = d.DJControl.get();
     if (!dj)
@@ -96,8 +74,16 @@ void SourceLoop::handleJukora()
     startSearch(m_djArtist, m_djTitle);
 }
 
+void SourceLoop::followedSongChanged()
+{
+    m_changes.notice();
+}
+
 void SourceLoop::handleFollowed()
 {
+    // A player behind a source of higher priority changes nothing on screen.
+    if (d.m_musicSource != MusicSourceKindMpris)
+        return;
     followedTitleChanged();
     songChanging();
     FollowedSource* source = d.m_followed;
