@@ -3,18 +3,57 @@
 #include "app/AppDBusService.h"
 
 #include "support/PlayerProcess.h"
+#include "support/QtPrinters.h"
 #include "support/TempHome.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>
 #include <QDBusReply>
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
 
 namespace {
+
+// One line per member of the interface ("method SetLyric(in s text)"), sorted; annotations and
+// comments aside, two descriptions of the same interface give the same lines.
+QStringList membersOf(const QString& xml, const QString& interface)
+{
+    QStringList members;
+    QXmlStreamReader reader(xml);
+    bool inside = false;
+    QString member;
+    QStringList args;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        const auto a = reader.attributes();
+        const QStringView tag = reader.name();
+        if (reader.isStartElement() && tag == u"interface")
+            inside = a.value("name") == interface;
+        else if (!inside)
+            continue;
+        else if (reader.isStartElement() && tag == u"property")
+            members << QStringLiteral("property %1 %2 %3")
+                           .arg(a.value("name"), a.value("type"), a.value("access"));
+        else if (reader.isStartElement() && (tag == u"method" || tag == u"signal")) {
+            member = tag.toString() + u' ' + a.value("name").toString();
+            args.clear();
+        } else if (reader.isStartElement() && tag == u"arg")
+            args << QStringLiteral("%1 %2 %3")
+                        .arg(a.value("direction"), a.value("type"), a.value("name"));
+        else if (reader.isEndElement() && (tag == u"method" || tag == u"signal"))
+            members << member + u'(' + args.join(u", ") + u')';
+        else if (reader.isEndElement() && tag == u"interface")
+            inside = false;
+    }
+    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+    members.sort();
+    return members;
+}
 
 class DesktopAppProcess : public ::testing::Test {
 protected:
@@ -58,13 +97,24 @@ protected:
     bool windowVisible() const { return service().property("LyricWindowVisible").toBool(); }
 };
 
-TEST_F(DesktopAppProcess, StartsOwnsTheNameShowsItsWindowAndQuitsThroughTheService)
+TEST_F(DesktopAppProcess, StartsOwnsTheNamePublishesTheShippedInterfaceAndQuitsThroughIt)
 {
     start(first);
     ASSERT_TRUE(first.waitForStarted(10000));
     ASSERT_TRUE(waitFor([&] { return nameOwned(); }, 20000));
     EXPECT_TRUE(windowVisible());
     EXPECT_EQ(service().property("Mode").toInt(), 0);
+
+    QFile shipped(QStringLiteral(VERSEWICK_INTERFACE_XML));
+    ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
+    QDBusInterface introspectable(AppDBusService::kServiceName, AppDBusService::kObjectPath,
+                                  "org.freedesktop.DBus.Introspectable", bus);
+    const QDBusReply<QString> running = introspectable.call("Introspect");
+    ASSERT_TRUE(running.isValid());
+    const QStringList published = membersOf(running.value(), AppDBusService::kInterface);
+    EXPECT_GT(published.size(), 20);
+    EXPECT_EQ(published,
+              membersOf(QString::fromUtf8(shipped.readAll()), AppDBusService::kInterface));
 
     service().call("Quit");
     ASSERT_TRUE(first.waitForFinished(10000));
