@@ -10,8 +10,8 @@
 namespace {
 
 // An Exec argument with anything beyond plain path characters is double-quoted, with `"`, `` ` ``,
-// `$` and `\` escaped; then the value's own escaping doubles every backslash, and `%` (a field
-// code) is written `%%`.
+// `$` and `\` escaped; then the value's own escaping doubles every backslash and writes control
+// characters as escapes (a line break must not end the line), and `%` (a field code) is `%%`.
 QString execArgument(const QString& program)
 {
     static const QString plain =
@@ -27,6 +27,9 @@ QString execArgument(const QString& program)
     if (quoted)
         arg = u'"' + arg + u'"';
     arg.replace(u'\\', QStringLiteral("\\\\"));
+    arg.replace(u'\n', QStringLiteral("\\n"));
+    arg.replace(u'\t', QStringLiteral("\\t"));
+    arg.replace(u'\r', QStringLiteral("\\r"));
     arg.replace(u'%', QStringLiteral("%%"));
     return arg;
 }

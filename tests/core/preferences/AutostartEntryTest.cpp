@@ -86,6 +86,11 @@ struct ExecCase {
     const char* exec;
 };
 
+void PrintTo(const ExecCase& c, std::ostream* os)
+{
+    *os << c.program;
+}
+
 class ExecLine : public ::testing::TestWithParam<ExecCase> {};
 
 TEST_P(ExecLine, QuotesWhatTheDesktopEntryFormatWouldRead)
@@ -99,6 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
     Programs, ExecLine,
     ::testing::Values(ExecCase{"/usr/bin/versewick", "/usr/bin/versewick"},
                       ExecCase{"/opt/My Apps/versewick", R"("/opt/My Apps/versewick")"},
-                      ExecCase{"/home/a/100%/$x/v", R"("/home/a/100%%/\\$x/v")"}));
+                      ExecCase{"/home/a/100%/$x/v", R"("/home/a/100%%/\\$x/v")"},
+                      ExecCase{"/tmp/a\nb", R"("/tmp/a\nb")"}));
 
 } // namespace
