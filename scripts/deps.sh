@@ -14,6 +14,7 @@ packages=(
   xvfb xauth dbus fonts-dejavu-core fonts-wqy-microhei
   libxcb1-dev
   ffmpeg mpv mpv-mpris
+  lintian desktop-file-utils appstream
 )
 
 missing=()

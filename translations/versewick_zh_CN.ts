@@ -95,6 +95,21 @@
     </message>
 </context>
 <context>
+    <name>AutostartEntry</name>
+    <message>
+        <source>Could not remove %1: %2.</source>
+        <translation>无法删除 %1：%2。</translation>
+    </message>
+    <message>
+        <source>Could not create the folder %1.</source>
+        <translation>无法创建文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>Could not write %1: %2.</source>
+        <translation>无法写入 %1：%2。</translation>
+    </message>
+</context>
+<context>
     <name>ColorWell</name>
     <message>
         <source>No colour</source>
@@ -327,6 +342,10 @@
     <message>
         <source>Lyric</source>
         <translation>歌词</translation>
+    </message>
+    <message>
+        <source>Start Versewick when I log in</source>
+        <translation>登录时启动 Versewick</translation>
     </message>
 </context>
 <context>

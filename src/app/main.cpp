@@ -24,6 +24,7 @@
 #include "windows/SystemDesktop.h"
 
 #include "QuitOnSignal.h"
+#include "SelfTest.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -44,6 +45,8 @@ std::optional<int> answerCommandLine(int argc, char** argv)
         const std::string_view arg(argv[i]);
         help = help || arg == "--help" || arg == "-h" || arg == "-?";
         version = version || arg == "--version" || arg == "-v";
+        if (arg == "--self-test")
+            return runSelfTest(argc, argv);
     }
     if (!help && !version)
         return std::nullopt;
@@ -60,7 +63,11 @@ std::optional<int> answerCommandLine(int argc, char** argv)
             << "  -h, --help     "
             << QCoreApplication::translate("main", "Show this help and exit.") << "\n"
             << "  -v, --version  "
-            << QCoreApplication::translate("main", "Show the version and exit.") << "\n\n"
+            << QCoreApplication::translate("main", "Show the version and exit.") << "\n"
+            << "  --self-test    "
+            << QCoreApplication::translate(
+                   "main", "Check that the lyric plug-in and the translations are found.")
+            << "\n\n"
             << QCoreApplication::translate(
                    "main", "A second start shows the running instance's lyric panel and exits.")
             << "\n";

@@ -94,6 +94,7 @@ QWidget* PreferenceController::buildGeneralPanel()
     auto* panel = new QWidget(this);
     panel->hide();
     auto* layout = panelLayout(panel);
+    addStartAtLogin(panel, layout);
     addSwitches(panel, layout, General);
     layout->addStretch(1);
     auto* row = new QHBoxLayout;
@@ -155,8 +156,35 @@ void PreferenceController::addSwitches(QWidget* owner, QVBoxLayout* layout, int 
     }
 }
 
+void PreferenceController::addStartAtLogin(QWidget* owner, QVBoxLayout* layout)
+{
+    m_startAtLogin = new QCheckBox(tr("Start Versewick when I log in"), owner);
+    m_startAtLogin->setObjectName(QStringLiteral("startAtLogin"));
+    m_startAtLoginError = new QLabel(owner);
+    m_startAtLoginError->setObjectName(QStringLiteral("startAtLoginError"));
+    m_startAtLoginError->setWordWrap(true);
+    m_startAtLoginError->setContentsMargins(24, 0, 0, 0);
+    m_startAtLoginError->hide();
+    connect(m_startAtLogin, &QCheckBox::toggled, this, [this](bool on) {
+        if (m_autostart.isEnabled() == on)
+            return; // a refresh from the file, not the user
+        const QString error = m_autostart.setEnabled(on);
+        m_startAtLoginError->setText(error);
+        m_startAtLoginError->setVisible(!error.isEmpty());
+        updateStartAtLogin(); // a failed change shows the state the file is really in
+    });
+    layout->addWidget(m_startAtLogin);
+    layout->addWidget(m_startAtLoginError);
+}
+
+void PreferenceController::updateStartAtLogin()
+{
+    m_startAtLogin->setChecked(m_autostart.isEnabled());
+}
+
 void PreferenceController::updateSwitches()
 {
+    updateStartAtLogin();
     for (auto it = m_switches.cbegin(); it != m_switches.cend(); ++it)
         it.value()->setChecked(PreferenceSwitches::value(m_settings, it.key().toLatin1().data()));
 }

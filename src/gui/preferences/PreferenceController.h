@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/PreferencesPort.h"
+#include "preferences/AutostartEntry.h"
 #include "preferences/LyricAppearanceEditor.h"
 #include "preferences/PLTabPreferenceControl.h"
 #include "preferences/PLTabPreferenceDelegate.h"
@@ -62,6 +63,9 @@ public:
     ColorWell* colorWellNormal() const;
     ColorWell* colorWellHighlight() const;
     QCheckBox* switchFor(const QString& property) const { return m_switches.value(property); }
+    // "Start Versewick when I log in", and the line that says why it could not be changed.
+    QCheckBox* startAtLoginSwitch() const { return m_startAtLogin; }
+    QLabel* startAtLoginError() const { return m_startAtLoginError; }
     QLabel* pluginInfoLabel() const { return m_pluginInfoLabel; }
     QFontDialog* fontDialog() const { return m_fontDialog; }
     bool isModifyStreamFont() const { return m_editor.isModifyStreamFont(); }
@@ -77,12 +81,15 @@ private:
     void addSwitches(QWidget* owner, QVBoxLayout* layout, int panel);
     void updateSwitches();
     void updatePluginInfo();
+    void addStartAtLogin(QWidget* owner, QVBoxLayout* layout);
+    void updateStartAtLogin();
     void openFontDialog();
 
     Settings& m_settings;
     const ServiceAddresses& m_addresses;
     DesktopPort& m_desktop;
     LyricAppearanceEditor m_editor;
+    AutostartEntry m_autostart;
 
     // The panels and dialogs are owned by this window (Qt parent).
     QWidget* m_prefGeneralView = nullptr;
@@ -90,6 +97,8 @@ private:
     QWidget* m_prefLyric = nullptr;
     QHash<QString, QCheckBox*> m_switches;
     QLabel* m_pluginInfoLabel = nullptr;
+    QCheckBox* m_startAtLogin = nullptr;
+    QLabel* m_startAtLoginError = nullptr;
     QFontDialog* m_fontDialog = nullptr;
     QFont m_fontBeforeChoice; // put back when the font dialog is cancelled
 };

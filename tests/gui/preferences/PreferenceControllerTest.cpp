@@ -3,6 +3,7 @@
 #include "app/DesktopPort.h"
 #include "display/AppController.h"
 #include "display/LRCView.h"
+#include "preferences/AutostartEntry.h"
 #include "preferences/ColorWell.h"
 #include "preferences/LyricAppearanceEditor.h"
 #include "preferences/PreferenceSwitches.h"
@@ -17,6 +18,8 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QKeyEvent>
@@ -118,6 +121,27 @@ TEST_P(EverySwitch, WritesItsSettingAtOnce)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EverySwitch, ::testing::ValuesIn(PreferenceSwitches::all()));
+
+TEST_F(Preferences, StartAtLoginShowsAndChangesTheAutostartEntry)
+{
+    const QString entry = AutostartEntry::defaultFilePath();
+    QCheckBox* box = window->startAtLoginSwitch();
+    EXPECT_TRUE(box->isVisibleTo(window.get()));
+    EXPECT_FALSE(box->isChecked());
+    box->click();
+    EXPECT_TRUE(QFileInfo(entry).isFile());
+    // Deleted by hand: the panel shows it off when it is shown again.
+    ASSERT_TRUE(QFile::remove(entry));
+    window->selectPanelAtIndex(PreferenceController::Lyric);
+    window->selectPanelAtIndex(PreferenceController::General);
+    EXPECT_FALSE(box->isChecked());
+    // A change that cannot be made leaves the switch as the file is and says why.
+    ASSERT_TRUE(QDir().mkpath(entry));
+    box->click();
+    EXPECT_FALSE(box->isChecked());
+    EXPECT_TRUE(window->startAtLoginError()->isVisibleTo(window.get()));
+    EXPECT_TRUE(window->startAtLoginError()->text().contains(entry));
+}
 
 TEST_F(Preferences, ABoldItalicFaceSurvivesARestart)
 {
