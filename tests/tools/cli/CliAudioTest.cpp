@@ -45,14 +45,6 @@ TEST_P(CliAudio, WritesAndReadsBackTheLyric)
 INSTANTIATE_TEST_SUITE_P(Formats, CliAudio, ::testing::ValuesIn(audioFormats()),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(CliAudioRead, SynchronisedLyricsAreReadAsLrc)
-{
-    TempHome home;
-    const QString song = makeAudioFile(audioFormats().first(), home.path(), "synced");
-    ASSERT_TRUE(addSyncedLyrics(song, {{1500, "Hello"}}));
-    EXPECT_EQ(runCli({"audio", "read", song}).out, "[00:01.50]Hello\n");
-}
-
 // What audio write refuses: the music file stays byte for byte and one sentence says why.
 struct Refusal {
     const char* name;
