@@ -112,9 +112,10 @@ public:
     {
     }
     ~Progress() { show(QString()); }
+    // An empty line clears it, so that what goes to standard output starts on a clean line.
     void show(const QString& line)
     {
-        if (!m_shown)
+        if (!m_shown || (line.isEmpty() && m_last == 0))
             return;
         const QByteArray bytes = line.left(100).toLocal8Bit();
         const qsizetype pad = qMax<qsizetype>(0, m_last - bytes.size());
@@ -171,6 +172,7 @@ int transfer(QStringList args, AudioLyricsTransfer::Direction direction)
                           .arg(files.size())
                           .arg(QFileInfo(files[i]).fileName()));
         const auto outcome = mover.transfer(files[i]);
+        progress.show(QString());
         QString result = QStringLiteral("skipped");
         if (outcome.written) {
             ++written;
@@ -187,7 +189,6 @@ int transfer(QStringList args, AudioLyricsTransfer::Direction direction)
                           .bytes());
         std::fflush(stdout);
     }
-    progress.show(QString());
     QJsonObject why;
     for (auto r = reasons.cbegin(); r != reasons.cend(); ++r)
         why.insert(r.key(), r.value());
