@@ -36,8 +36,8 @@ const Help kAudioHelp{
         "file,\nthen {\"found\", \"written\", \"skipped\", \"reasons\", \"dryRun\"}. A different "
         "lyric at the\ndestination is kept unless --force is given. On a terminal a progress "
         "line is\nshown on standard error.\n"
-        "Exit status: 0 done, 1 no lyric or nothing written (the reason on standard error),\n"
-        "2 wrong usage.")};
+        "Exit status: 0 done (import and export: whatever was skipped), 1 no lyric, a file\n"
+        "or lyric refused, or DIR not a folder (one sentence on standard error), 2 wrong usage.")};
 
 QString writeRefusal(AudioTagWriter::Result result, const QString& file)
 {
