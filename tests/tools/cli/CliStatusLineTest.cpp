@@ -18,7 +18,7 @@ TEST(CliStatusLine, FollowsTheSongLineByLine)
         ASSERT_TRUE(QDir(home.path()).mkpath(folder));
     home.write("config/morvane/Versewick.ini", "[services]\nlrclibUrl=http://127.0.0.1:9\n");
     home.write("data/Versewick/lyrics.lrcs/Ann--Rain.lrc",
-               "[offset:250]\n[00:00.00]First {line}\n[00:00.50]\n[00:30.00]Second\n");
+               "[offset:250]\n[00:00.00]First {line}\n[00:20.00]\n[00:30.00]Second\n");
     const QString playlist = home.write(
         "playlist.json", R"([{"artist":"Ann","title":"Rain","album":"Clouds","duration":60}])");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -45,9 +45,10 @@ TEST(CliStatusLine, FollowsTheSongLineByLine)
     PlayerProcess player({"--as", "mpris", "--playlist", playlist});
     player.send("play");
     const QString sung = "Ann|Rain|Clouds|First {line}|Second|250|folder|{}";
-    EXPECT_TRUE(waitFor([&] { return lines.contains(sung); })) << lines.join('\n').toStdString();
+    EXPECT_TRUE(waitFor([&] { return lines.contains(sung); }, 30000))
+        << lines.join('\n').toStdString();
     player.send("stop");
-    EXPECT_TRUE(waitFor([&] { return lines.size() > 2 && lines.last().isEmpty(); }))
+    EXPECT_TRUE(waitFor([&] { return lines.size() > 2 && lines.last().isEmpty(); }, 30000))
         << lines.join('\n').toStdString();
     for (qsizetype i = 1; i < lines.size(); ++i)
         EXPECT_NE(lines[i], lines[i - 1]) << "a line is printed only when it changes";
