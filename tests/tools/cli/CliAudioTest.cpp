@@ -123,6 +123,8 @@ protected:
         ASSERT_TRUE(setSongTags(tagged, "Ann", "Rain") &&
                     audioFormats()[0].tagLyrics(tagged, kLyric));
         ASSERT_TRUE(setSongTags(bare, "Bo", "Snow") && setSongTags(locked, "Cy", "Sun"));
+        const QString synced = makeAudioFile(audioFormats()[0], music + "/sub", "synced");
+        ASSERT_TRUE(setSongTags(synced, "Di", "Moon") && addSyncedLyrics(synced, {{1500, "Hi"}}));
         QFile::setPermissions(locked, kReadOnly);
         home.write("music/other.mka", "not really");
         home.write("music/cover.jpg", "ignored");
@@ -142,23 +144,24 @@ protected:
 TEST_F(CliAudioFolder, ImportCopiesTagLyricsIntoTheFolderAndKeepsDifferentOnes)
 {
     const CliResult dry = cli({"audio", "import", music, "--dry-run"});
-    EXPECT_EQ(summary(dry)["written"], 1);
+    EXPECT_EQ(summary(dry)["written"], 2);
     EXPECT_TRUE(stored("Ann--Rain.lrc").isEmpty()) << "a dry run writes nothing";
 
     const CliResult first = cli({"audio", "import", music});
     EXPECT_EQ(first.exitCode, 0);
-    EXPECT_EQ(first.jsonLines().size(), 6) << first.out.constData(); // five files, a summary
+    EXPECT_EQ(first.jsonLines().size(), 7) << first.out.constData(); // six files, a summary
     const QJsonObject s = summary(first);
-    EXPECT_EQ(s["found"], 5);
-    EXPECT_EQ(s["written"], 1);
+    EXPECT_EQ(s["found"], 6);
+    EXPECT_EQ(s["written"], 2);
     EXPECT_EQ(s["reasons"].toObject(), QJsonObject({{"no lyric", 2},
                                                     {"unsupported format", 1},
                                                     {"not readable as audio (damaged?)", 1}}));
     EXPECT_EQ(stored("Ann--Rain.lrc"), QString::fromUtf8(kLyric));
+    EXPECT_EQ(stored("Di--Moon.lrc"), "[00:01.50]Hi\n") << "synchronised lyrics become LRC";
     EXPECT_TRUE(first.err.isEmpty()) << "no progress line off a terminal";
 
     EXPECT_EQ(summary(cli({"audio", "import", music}))["reasons"].toObject()["already the same"],
-              1);
+              2);
     home.write("data/Versewick/lyrics.lrcs/Ann--Rain.lrc", "[00:09]mine\n");
     EXPECT_EQ(summary(cli({"audio", "import", music}))["written"], 0);
     EXPECT_EQ(stored("Ann--Rain.lrc"), "[00:09]mine\n");
