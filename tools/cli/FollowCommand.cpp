@@ -1,14 +1,18 @@
 #include "FollowCommand.h"
 
 #include "CliSupport.h"
+#include "StatusLine.h"
 #include "TerminalPrinter.h"
 
 #include "app/AppDBusService.h"
 #include "app/AppDelegate.h"
+#include "app/MprisFollowedSource.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/Workspace.h"
 #include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
+#include "sources/MusicSourceKind.h"
+#include "sources/TrackItem.h"
 #include "sources/iTunesControl.h"
 
 #include <QCoreApplication>
@@ -34,7 +38,7 @@ void onSignal(int)
 }
 
 const Help kFollowHelp{
-    QStringLiteral("follow [--json] [--for SECONDS]"),
+    QStringLiteral("follow [--json | --format TEMPLATE] [--for SECONDS]"),
     QStringLiteral(
         "Runs the application without a display: it follows the player that is running\n"
         "(QQMusic, Jukora, iTunes, then any MPRIS player), finds the lyric of the song\n"
@@ -45,6 +49,10 @@ const Help kFollowHelp{
         "  {\"event\":\"status\",\"text\"}            text null when the status is cleared\n"
         "  {\"event\":\"song\",\"source\",\"artist\",\"title\"}\n"
         "Plain output prints the lines, \"(status)\" and \"== artist - title ==\".\n"
+        "With --format, one line for a status bar each time it changes, an empty line while\n"
+        "nothing plays. TEMPLATE holds text and the fields {line}, {next}, {artist}, {title},\n"
+        "{album}, {offset} (milliseconds) and {origin} (folder, tag, online, chosen, beside);\n"
+        "{{ and }} are braces. An unknown field is a usage error (exit 2).\n"
         "When the name com.morvane.Versewick is free it is owned meanwhile, so 'versewick-cli\n"
         "now' and status-bar modules can read the state; window actions do nothing here.")};
 
@@ -62,26 +70,55 @@ int follow(const QStringList& args)
     }
     bool json = false;
     double seconds = -1;
+    std::optional<StatusTemplate> format;
     for (qsizetype i = 0; i < args.size(); ++i) {
-        if (args[i] == QLatin1String("--json"))
+        if (args[i] == QLatin1String("--json")) {
             json = true;
-        else if (args[i] == QLatin1String("--for") && i + 1 < args.size())
+        } else if (args[i] == QLatin1String("--for") && i + 1 < args.size()) {
             seconds = parseNumber(args[++i], QStringLiteral("--for"));
-        else
-            usageError(QStringLiteral("follow takes only --json and --for SECONDS."));
+        } else if (args[i] == QLatin1String("--format") && i + 1 < args.size()) {
+            QString error;
+            format = StatusTemplate::parse(args[++i], &error);
+            if (!format)
+                usageError(error);
+        } else {
+            usageError(QStringLiteral(
+                "follow takes only --json or --format TEMPLATE, and --for SECONDS."));
+        }
     }
+    if (json && format)
+        usageError(QStringLiteral("follow takes --json or --format, not both."));
 
     Workspace& workspace = Workspace::sharedWorkspace();
     DistributedNotificationCenter& center = DistributedNotificationCenter::defaultCenter();
     iTunesControl itunes(workspace, center);
     ServiceAddresses addresses;
     TerminalPrinter printer(json);
+    // The status line asks the MPRIS player's song for its album, so it keeps that source
+    // itself; it outlives the controller, which only points at it.
+    std::unique_ptr<MprisFollowedSource> mpris;
     // The user's settings are read, never written: the desktop application owns them.
     AppEnvironment environment(AppSetting(), addresses, workspace, center, itunes);
     environment.followMpris = true;
+    if (format)
+        mpris = std::make_unique<MprisFollowedSource>(workspace);
     AppDelegate app(std::move(environment),
                     {&printer, &printer, &printer, &printer, nullptr, nullptr});
-    printer.watch(app.state());
+    std::unique_ptr<StatusLinePrinter> statusLine;
+    if (format) {
+        app.setFollowedSource(mpris.get());
+        statusLine = std::make_unique<StatusLinePrinter>(*format, app, [&]() -> QString {
+            const int kind = app.state().sourceKind();
+            if (kind == MusicSourceKindMpris && mpris->track())
+                return mpris->track()->album();
+            if (kind == MusicSourceKindITunes)
+                if (const auto track = itunes.currentTrack())
+                    return track->album();
+            return {};
+        });
+    } else {
+        printer.watch(app.state());
+    }
     auto* service = new AppDBusService(app); // owned by app
     const bool published = service->publish();
     QObject::connect(&app, &AppDelegate::quitRequested, qApp, &QCoreApplication::quit);
@@ -99,6 +136,8 @@ int follow(const QStringList& args)
 
     app.awakeFromNib();
     app.applicationDidFinishLaunching();
+    if (mpris)
+        mpris->connectTo(&app);
     QCoreApplication::exec();
     if (published)
         service->unpublish();

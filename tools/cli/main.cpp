@@ -1,6 +1,7 @@
 // versewick-cli: the command-line companion. Every command prints JSON or exact text on
 // standard output and one sentence on standard error when it fails.
 
+#include "AudioCommand.h"
 #include "CliSupport.h"
 #include "FollowCommand.h"
 #include "LrcCommand.h"
@@ -21,6 +22,7 @@ const cli::Help kTopHelp{
                    "  lrc       read LRC files through the lyric model (dump, at, readable, "
                    "offset)\n"
                    "  store     the lyrics folder (path, list, read, write)\n"
+                   "  audio     the lyrics in music files (read, write, import, export)\n"
                    "  tag       the lyric block of a track's lyrics tag (embed, extract)\n"
                    "  settings  the application's settings (show)\n"
                    "  server    the online lyric server (search-url, download-url, code, parse,\n"
@@ -51,6 +53,7 @@ int run(const QStringList& args)
     } commands[] = {{"lrc", cli::runLrcCommand},
                     {"store", cli::runStoreCommand},
                     {"tag", cli::runTagCommand},
+                    {"audio", cli::runAudioCommand},
                     {"settings", cli::runSettingsCommand},
                     {"server", cli::runServerCommand},
                     {"zh", cli::runZhCommand},

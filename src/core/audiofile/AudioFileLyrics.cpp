@@ -39,7 +39,39 @@ std::optional<QString> AudioFileLyrics::readLrcBeside(const QString& audioPath)
 
 bool AudioFileLyrics::writeLyric(const QString& audioPath, const QString& lrcText)
 {
-    if (audioPath.isEmpty() || lrcText.trimmed().isEmpty())
-        return false;
+    return writeLyricOrWhyNot(audioPath, lrcText) == AudioTagWriter::Result::Written;
+}
+
+AudioTagWriter::Result AudioFileLyrics::writeLyricOrWhyNot(const QString& audioPath,
+                                                           const QString& lrcText)
+{
+    if (audioPath.isEmpty())
+        return AudioTagWriter::Result::Missing;
+    if (lrcText.trimmed().isEmpty())
+        return AudioTagWriter::Result::Failed;
     return AudioTagWriter::writeLyrics(audioPath, lrcText);
+}
+
+namespace {
+bool hasSuffixIn(const QString& path, std::initializer_list<const char*> suffixes)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    for (const char* s : suffixes) {
+        if (suffix == QLatin1String(s))
+            return true;
+    }
+    return false;
+}
+} // namespace
+
+bool AudioFileLyrics::isLyricFormat(const QString& audioPath)
+{
+    return hasSuffixIn(audioPath, {"mp3", "flac", "ogg", "oga", "opus", "m4a", "m4b", "mp4", "ape",
+                                   "wv", "wav", "aif", "aiff"});
+}
+
+bool AudioFileLyrics::isOtherAudioFormat(const QString& audioPath)
+{
+    return hasSuffixIn(audioPath, {"wma", "mka", "aac", "ac3", "dts", "mpc", "tta", "spx", "dsf",
+                                   "dff", "mid", "midi", "amr", "au", "webm", "alac", "caf"});
 }

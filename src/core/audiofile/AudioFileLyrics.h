@@ -1,5 +1,6 @@
 #pragma once
 
+#include "audiofile/AudioTagWriter.h"
 #include "foundation/RegularFile.h"
 
 #include <QString>
@@ -23,4 +24,12 @@ public:
     // Writes plain LRC text into the file's lyrics tag, replacing the file atomically and only
     // when it is writable; false, with the file unchanged, otherwise.
     static bool writeLyric(const QString& audioPath, const QString& lrcText);
+    // The same, answering why nothing was written (Failed for blank text).
+    static AudioTagWriter::Result writeLyricOrWhyNot(const QString& audioPath,
+                                                     const QString& lrcText);
+
+    // Whether the file name is of a format whose lyrics tag is read and written here.
+    static bool isLyricFormat(const QString& audioPath);
+    // Whether it names audio of another kind (".wma", ".mka"): found but unsupported.
+    static bool isOtherAudioFormat(const QString& audioPath);
 };

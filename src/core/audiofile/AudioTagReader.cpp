@@ -9,6 +9,7 @@
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
 #include <taglib/apetag.h>
+#include <taglib/audioproperties.h>
 #include <taglib/fileref.h>
 #include <taglib/flacfile.h>
 #include <taglib/id3v2tag.h>
@@ -16,6 +17,7 @@
 #include <taglib/mpegfile.h>
 #include <taglib/opusfile.h>
 #include <taglib/synchronizedlyricsframe.h>
+#include <taglib/tag.h>
 #include <taglib/tbytevectorstream.h>
 #include <taglib/tdebuglistener.h>
 #include <taglib/tfilestream.h>
@@ -160,24 +162,51 @@ void AudioTagReader::setDiagnosticsEnabled(bool enabled)
     TagLib::setDebugListener(enabled ? nullptr : &silent);
 }
 
-QStringList AudioTagReader::lyricTexts(const QString& path)
+namespace {
+
+// Runs read on the file opened by TagLib, or answers fallback when it cannot be opened.
+// TagLib is never handed a path: it would open a pipe or a device and wait on it.
+template <typename T, typename Read>
+T withFile(const QString& path, bool audioProperties, T fallback, Read read)
 {
-    // TagLib is never handed a path: it would open a pipe or a device and wait on it.
-    foundation::OpenedFile opened = foundation::openRegularFile(path, kMaxFileBytes);
+    foundation::OpenedFile opened =
+        foundation::openRegularFile(path, AudioTagReader::kMaxFileBytes);
     if (!opened.fd.isOpen()) {
         if (!opened.missing)
             foundation::systemLog(
                 QStringLiteral("The audio file %1 is not read: %2").arg(path, opened.reason));
-        return {};
+        return fallback;
     }
     const int fd = opened.fd.release();
     CheckedStream stream(fd, QFile::encodeName(path));
     if (!stream.isOpen()) {
         ::close(fd);
-        return {};
+        return fallback;
     }
-    TagLib::FileRef ref(&stream, false);
-    return textsOf(ref.file());
+    TagLib::FileRef ref(&stream, audioProperties);
+    return read(ref.file());
+}
+
+} // namespace
+
+QStringList AudioTagReader::lyricTexts(const QString& path)
+{
+    return withFile(path, false, QStringList(), [](TagLib::File* file) { return textsOf(file); });
+}
+
+std::optional<AudioTagReader::Song> AudioTagReader::song(const QString& path)
+{
+    return withFile(
+        path, true, std::optional<Song>(), [](TagLib::File* file) -> std::optional<Song> {
+            const TagLib::AudioProperties* audio = file ? file->audioProperties() : nullptr;
+            if (!file || !file->isValid() || !audio || audio->sampleRate() <= 0)
+                return std::nullopt;
+            const TagLib::Tag* tag = file->tag();
+            if (!tag)
+                return Song{};
+            return Song{toQString(tag->artist()).trimmed(), toQString(tag->title()).trimmed(),
+                        toQString(tag->album()).trimmed()};
+        });
 }
 
 QStringList AudioTagReader::lyricTextsFromBytes(const QByteArray& bytes, Format format)

@@ -14,7 +14,9 @@
 #include <taglib/wavpackproperties.h>
 
 #include <cstdio>
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
 
@@ -72,18 +74,52 @@ bool setLyrics(const QString& path, const QString& text)
     return file->save();
 }
 
+// The copy gets the original's owner and group where the user may give them (root, or a group
+// the user is in); otherwise it stays the user's, which is all an unprivileged rename can do.
+void keepOwner(int originalFd, int copyFd)
+{
+    struct stat st {};
+    if (::fstat(originalFd, &st) != 0)
+        return;
+    if (::fchown(copyFd, st.st_uid, st.st_gid) == 0)
+        return;
+    [[maybe_unused]] const int groupOnly = ::fchown(copyFd, uid_t(-1), st.st_gid);
+}
+
+// The rename itself reaches the disk only when the folder is synced.
+void syncFolder(const QString& folder)
+{
+    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
+    if (fd < 0)
+        return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
 } // namespace
 
-bool AudioTagWriter::writeLyrics(const QString& path, const QString& text)
+AudioTagWriter::Result AudioTagWriter::writability(const QString& path)
 {
-    // A link is followed: its target is replaced, the link stays. A file without its owner's
-    // write permission counts as read-only also for root, who could write it anyway.
+    // A link is followed: its target is replaced, the link stays. A file or folder without its
+    // owner's write permission counts as read-only also for root, who could write it anyway.
     const QFileInfo original(QFileInfo(path).canonicalFilePath());
-    if (!original.exists() || !original.isFile() || !original.isWritable() ||
-        !(original.permissions() & QFile::WriteOwner) ||
-        !QFileInfo(original.absolutePath()).isWritable() ||
-        original.size() > AudioTagReader::kMaxFileBytes)
-        return false;
+    if (!original.exists() || !original.isFile())
+        return Result::Missing;
+    if (!original.isWritable() || !(original.permissions() & QFile::WriteOwner))
+        return Result::ReadOnlyFile;
+    const QFileInfo folder(original.absolutePath());
+    if (!folder.isWritable() || !(folder.permissions() & QFile::WriteOwner))
+        return Result::ReadOnlyFolder;
+    if (original.size() > AudioTagReader::kMaxFileBytes)
+        return Result::TooLarge;
+    return Result::Written;
+}
+
+AudioTagWriter::Result AudioTagWriter::writeLyrics(const QString& path, const QString& text)
+{
+    if (const Result refused = writability(path); refused != Result::Written)
+        return refused;
+    const QFileInfo original(QFileInfo(path).canonicalFilePath());
     // Opened and checked on the descriptor: a pipe or device swapped in after the checks above
     // is refused, never waited on. TagLib only ever opens the copy.
     foundation::OpenedFile opened =
@@ -91,33 +127,35 @@ bool AudioTagWriter::writeLyrics(const QString& path, const QString& text)
     QFile source;
     if (!opened.fd.isOpen() ||
         !source.open(opened.fd.get(), QIODevice::ReadOnly, QFileDevice::DontCloseHandle))
-        return false;
+        return Result::Missing;
 
     // The copy keeps the extension: TagLib chooses the format by it.
     QTemporaryFile copy(original.dir().filePath(
         QStringLiteral(".%1.XXXXXX.%2").arg(original.completeBaseName(), original.suffix())));
     if (!copy.open() || !copyInto(source, copy) || !copy.flush())
-        return false;
+        return Result::Failed;
     copy.setPermissions(original.permissions());
+    keepOwner(opened.fd.get(), copy.handle());
     copy.close();
 
     const auto audio = audioOf(copy.fileName());
     if (!audio)
-        return false;
+        return Result::NotAudio;
     if (!setLyrics(copy.fileName(), text) || audioOf(copy.fileName()) != audio)
-        return false;
+        return Result::Failed;
     const QStringList back = AudioTagReader::lyricTexts(copy.fileName());
     if (back.isEmpty() || back.first() != text)
-        return false;
+        return Result::Failed;
 
     if (!copy.open())
-        return false;
+        return Result::Failed;
     ::fsync(copy.handle());
     copy.close();
     const QByteArray from = QFile::encodeName(copy.fileName());
     const QByteArray to = QFile::encodeName(original.absoluteFilePath());
     if (std::rename(from.constData(), to.constData()) != 0)
-        return false;
+        return Result::Failed;
     copy.setAutoRemove(false); // it is the original now
-    return true;
+    syncFolder(original.absolutePath());
+    return Result::Written;
 }

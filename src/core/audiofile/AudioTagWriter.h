@@ -8,7 +8,19 @@
 // copy is removed and the original stays as it was, byte for byte.
 class AudioTagWriter {
 public:
-    // False, and nothing changed, when the file (or its folder) is not writable, TagLib cannot
-    // open or save it, or the tag does not read back as written.
-    static bool writeLyrics(const QString& path, const QString& text);
+    enum class Result {
+        Written,
+        Missing,        // no regular file under that name
+        ReadOnlyFile,   // the file, or its owner's permission, is not writable
+        ReadOnlyFolder, // its folder is not writable, so no copy can be renamed over it
+        TooLarge,
+        NotAudio, // TagLib finds no audio: damaged or of a format it does not know
+        Failed,   // the copy could not be made, tagged, checked or renamed
+    };
+
+    // What the writer would refuse before trying, from the file's metadata only: Written
+    // when it may try.
+    static Result writability(const QString& path);
+    // Written, or why nothing was changed.
+    static Result writeLyrics(const QString& path, const QString& text);
 };

@@ -82,6 +82,20 @@ TEST_P(AudioFiles, WritingRoundTripsAndReplaces)
     EXPECT_EQ(filesIn(home.path()), QStringList{QFileInfo(path).fileName()}) << "no copy is left";
 }
 
+TEST_P(AudioFiles, WritingKeepsTheOwner)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give a file to another user";
+    const QString path = make();
+    ASSERT_FALSE(path.isNull());
+    ASSERT_EQ(::chown(QFile::encodeName(path).constData(), 65534, 65534), 0);
+    ASSERT_TRUE(AudioFileLyrics::writeLyric(path, kTimed));
+    struct stat st {};
+    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &st), 0);
+    EXPECT_EQ(st.st_uid, 65534u);
+    EXPECT_EQ(st.st_gid, 65534u);
+}
+
 TEST_P(AudioFiles, AReadOnlyFileIsRefusedAndUnchanged)
 {
     const QString path = make();

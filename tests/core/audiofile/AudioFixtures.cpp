@@ -137,3 +137,13 @@ bool isPlayableAudio(const QString& path)
     TagLib::FileRef ref(local(path).constData(), true);
     return !ref.isNull() && ref.audioProperties() && ref.audioProperties()->sampleRate() > 0;
 }
+
+bool setSongTags(const QString& path, const QString& artist, const QString& title)
+{
+    TagLib::FileRef ref(local(path).constData(), false);
+    if (ref.isNull())
+        return false;
+    ref.tag()->setArtist(str(artist));
+    ref.tag()->setTitle(str(title));
+    return ref.save();
+}

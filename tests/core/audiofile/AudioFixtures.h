@@ -18,5 +18,7 @@ const QList<AudioFormat>& audioFormats();
 QString makeAudioFile(const AudioFormat& format, const QString& folder, const QString& base);
 // Adds an ID3v2 SYLT frame timed in milliseconds to an MP3 file.
 bool addSyncedLyrics(const QString& path, const QList<std::pair<unsigned, QString>>& lines);
+// Sets the file's artist and title tags.
+bool setSongTags(const QString& path, const QString& artist, const QString& title);
 // Whether TagLib still reads the file as audio with a sample rate.
 bool isPlayableAudio(const QString& path);
