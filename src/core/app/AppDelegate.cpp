@@ -1,12 +1,15 @@
 #include "app/AppDelegate.h"
 
+#include "app/ITunesPlayerSource.h"
+#include "app/JukoraPlayerSource.h"
 #include "app/LyricAcquisition.h"
 #include "app/LyricManagerPort.h"
 #include "app/MenuState.h"
-#include "app/MprisFollowedSource.h"
+#include "app/MprisPlayerSource.h"
 #include "app/NotificationPort.h"
 #include "app/PluginHost.h"
 #include "app/PreferencesPort.h"
+#include "app/QQMusicPlayerSource.h"
 #include "app/SearchWindowPort.h"
 #include "app/SingleLinePort.h"
 #include "app/SourceLoop.h"
@@ -15,8 +18,6 @@
 #include "http/PLHttpClient.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceQQMusic.h"
 #include "store/LyricControl.h"
 
 #include <QPointer>
@@ -49,13 +50,11 @@ AppDelegate::~AppDelegate()
     if (hcLrcPoster)
         hcLrcPoster->cleanBeforeRelease();
     hcLrcPoster.reset();
-    if (_itunesControl && _itunesControl->delegate() == this)
-        _itunesControl->setDelegate(nullptr);
-    if (m_followed == m_mpris.get())
-        m_followed = nullptr;
+    m_followed = nullptr;
+    m_itunes.reset();
     m_mpris.reset();
-    DJControl.reset();
-    qqmusicControl.reset();
+    m_jukora.reset();
+    m_qqmusic.reset();
     _lyricManagerWC.reset();
     hcLRCfetcher.reset();
     _notifyWC.reset();
@@ -63,12 +62,10 @@ AppDelegate::~AppDelegate()
     preferenceController.reset();
     searchWC.reset();
     parser.reset();
-    curTrackTunes.reset();
 }
 
 void AppDelegate::awakeFromNib()
 {
-    m_musicSource = 0;
     lrcControl = std::make_unique<LyricControl>();
     lrcControl->setDelegate(this);
     _lrcAvailable = false;
@@ -82,19 +79,23 @@ void AppDelegate::applicationDidFinishLaunching()
     if (m_ports.windows)
         m_ports.windows->activateApplication();
     // Registering reports each player's state at once, so the source is chosen already here.
-    DJControl = std::make_unique<JukoraControl>(m_env.workspace, m_env.center);
-    DJControl->setCallBack(this, "djSongChanged", "djAppStateChanged");
-    qqmusicControl = std::make_unique<MusicSourceQQMusic>(m_env.workspace, m_env.center);
-    qqmusicControl->setCallBack(this, "qqmusicSongChanged", "updateMusicSource");
-    if (!m_followed && m_env.followMpris) {
-        m_mpris = std::make_unique<MprisFollowedSource>(m_env.workspace);
+    // Priority: QQMusic, Jukora, iTunes, then the last slot's player.
+    m_jukora = std::make_unique<JukoraPlayerSource>(m_env.workspace, m_env.center);
+    m_loop->addSource(*m_jukora, 1);
+    m_jukora->connectPlayer();
+    m_qqmusic = std::make_unique<QQMusicPlayerSource>(m_env.workspace, m_env.center);
+    m_loop->addSource(*m_qqmusic, 0);
+    m_qqmusic->connectPlayer();
+    if (m_followed) {
+        m_loop->addSource(*m_followed, 3);
+    } else if (m_env.followMpris) {
+        m_mpris = std::make_unique<MprisPlayerSource>(m_env.workspace);
         m_followed = m_mpris.get();
-        m_mpris->connectTo(this);
+        m_loop->addSource(*m_mpris, 3);
+        m_mpris->connectPlayer();
     }
-    _itunesControl = &m_env.itunes;
-    _itunesControl->setDelegate(this);
-    curTrackTunes = _itunesControl->currentTrack();
-    m_curDBid = -1;
+    m_itunes = std::make_unique<ITunesPlayerSource>(m_env.itunes);
+    m_loop->addSource(*m_itunes, 2);
     // Kept when a search at registration already installed one: the view may hold it.
     if (!parser)
         parser = std::make_unique<Lyric>();
@@ -129,17 +130,18 @@ void AppDelegate::deactiveTimer()
 {
     m_loop->deactiveTimer();
 }
+// The sources' operations, each a thin call into the loop for its player.
 void AppDelegate::updateAppItunes()
 {
-    m_loop->updateAppItunes();
+    m_loop->tick(m_itunes.get());
 }
 void AppDelegate::updateAppQQMusic()
 {
-    m_loop->updateAppQQMusic();
+    m_loop->tick(m_qqmusic.get());
 }
 void AppDelegate::updateAppJukora()
 {
-    m_loop->updateAppJukora();
+    m_loop->tick(m_jukora.get());
 }
 void AppDelegate::updateMusicSource()
 {
@@ -147,7 +149,7 @@ void AppDelegate::updateMusicSource()
 }
 void AppDelegate::djSongChanged()
 {
-    m_loop->djSongChanged();
+    m_loop->songNotice(m_jukora.get());
 }
 void AppDelegate::djAppStateChanged()
 {
@@ -155,22 +157,44 @@ void AppDelegate::djAppStateChanged()
 }
 void AppDelegate::qqmusicSongChanged()
 {
-    m_loop->qqmusicSongChanged();
+    m_loop->songNotice(m_qqmusic.get());
 }
 void AppDelegate::mprisSongChanged()
 {
-    m_loop->followedSongChanged();
+    m_loop->songNotice(m_followed);
 }
 
-void AppDelegate::iTunesCB_AppLifeCycleChanged(bool /*alive*/)
+void AppDelegate::iTunesCB_AppLifeCycleChanged(bool alive)
 {
-    updateMusicSource();
+    if (m_itunes)
+        m_itunes->iTunesCB_AppLifeCycleChanged(alive);
 }
 
 void AppDelegate::iTunesCB_TrackDidChange(const std::optional<itunes::Track>& track)
 {
-    const bool exists = track && track->exists();
-    m_loop->iTunesTrackDidChange(exists, exists ? track->databaseID() : -1);
+    if (m_itunes)
+        m_itunes->iTunesCB_TrackDidChange(track);
+}
+
+int AppDelegate::musicSource() const
+{
+    const PlayerSource* active = m_loop->active();
+    return active ? active->kind() : 0;
+}
+
+JukoraControl* AppDelegate::djControl() const
+{
+    return m_jukora ? &m_jukora->control() : nullptr;
+}
+
+MusicSourceQQMusic* AppDelegate::qqmusic() const
+{
+    return m_qqmusic ? &m_qqmusic->control() : nullptr;
+}
+
+qint64 AppDelegate::curDBid() const
+{
+    return m_itunes ? m_itunes->databaseID() : -1;
 }
 
 void AppDelegate::fetchLRC(const itunes::Track& track)

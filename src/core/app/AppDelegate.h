@@ -13,16 +13,19 @@
 #include <memory>
 #include <optional>
 
-class FollowedSource;
+class ITunesPlayerSource;
 class JukoraControl;
+class JukoraPlayerSource;
 class LrcSaver;
 class LyricAcquisition;
 class LyricControl;
 class LyricManagerPort;
 class Lyric;
 class MenuState;
-class MprisFollowedSource;
+class MprisPlayerSource;
 class MusicSourceQQMusic;
+class PlayerSource;
+class QQMusicPlayerSource;
 class NotificationPort;
 class PLHttpClient;
 class PluginHost;
@@ -55,8 +58,9 @@ public:
     void applicationDidFinishLaunching();
     // Writes the settings out; only a normal exit does.
     void applicationWillTerminate();
-    // Optional source of the last priority (kind 4); set before launching. Not owned.
-    void setFollowedSource(FollowedSource* source) { m_followed = source; }
+    // Optional source of the last priority (kind 4) instead of the MPRIS one; set before
+    // launching. Not owned.
+    void setFollowedSource(PlayerSource* source) { m_followed = source; }
 
     // The update loop.
     void update();
@@ -104,14 +108,14 @@ public:
     void controlLrcFetchFailed(LyricControl& control, const QString* error, int type) override;
 
     // Read access for the windows, the D-Bus service and tests.
-    int musicSource() const { return m_musicSource; }
-    JukoraControl* djControl() const { return DJControl.get(); }
-    MusicSourceQQMusic* qqmusic() const { return qqmusicControl.get(); }
+    int musicSource() const;
+    JukoraControl* djControl() const;
+    MusicSourceQQMusic* qqmusic() const;
     LyricControl* lyricControl() const { return lrcControl.get(); }
     Lyric* lyric() const { return parser.get(); }
     bool lrcAvailable() const { return _lrcAvailable; }
     bool isLrcWindowVisible() const { return _isLrcWindowVisible; }
-    qint64 curDBid() const { return m_curDBid; }
+    qint64 curDBid() const;
     bool timerRunning() const { return timer != nullptr; }
     QObject* lrcFetcher() const { return hcLRCfetcher.get(); }
     AppState& state() { return m_state; }
@@ -152,13 +156,9 @@ private:
     AppState m_state;
 
     // Fields, as the controller has always named them.
-    int m_musicSource = 0;
-    std::unique_ptr<JukoraControl> DJControl;
     std::unique_ptr<NotificationPort> _notifyWC;
     std::unique_ptr<LyricManagerPort> _lyricManagerWC;
     std::unique_ptr<UpdateTimer> timer;
-    std::optional<itunes::Track> curTrackTunes;
-    qint64 m_curDBid = -1;
     std::unique_ptr<Lyric> parser;
     bool shouldUpdateLRC = false;
     std::unique_ptr<SearchWindowPort> searchWC;
@@ -166,12 +166,14 @@ private:
     bool _isLrcWindowVisible = false;
     std::unique_ptr<PreferencesPort> preferenceController;
     std::unique_ptr<QObject> hcLRCfetcher;
-    iTunesControl* _itunesControl = nullptr;
     std::unique_ptr<LyricControl> lrcControl;
     std::unique_ptr<PLHttpClient> hcLrcPoster;
-    std::unique_ptr<MusicSourceQQMusic> qqmusicControl;
-    FollowedSource* m_followed = nullptr;
-    std::unique_ptr<MprisFollowedSource> m_mpris; // when the environment asks for it
+    // The players, in the order they are registered; the loop keeps their priority.
+    std::unique_ptr<JukoraPlayerSource> m_jukora;
+    std::unique_ptr<QQMusicPlayerSource> m_qqmusic;
+    std::unique_ptr<MprisPlayerSource> m_mpris; // when the environment asks for it
+    std::unique_ptr<ITunesPlayerSource> m_itunes;
+    PlayerSource* m_followed = nullptr; // the last priority's player
 
     std::unique_ptr<SourceLoop> m_loop;
     std::unique_ptr<LyricAcquisition> m_acquisition;

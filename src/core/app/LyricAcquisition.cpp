@@ -3,24 +3,19 @@
 #include "app/AppDelegate.h"
 #include "app/AppTexts.h"
 #include "app/DesktopPort.h"
-#include "app/FollowedSource.h"
-#include "app/LyricLookup.h"
 #include "app/LyricViewPort.h"
 #include "app/MenuState.h"
+#include "app/PlayerSource.h"
 #include "app/PluginHost.h"
 #include "app/SearchWindowPort.h"
 #include "app/SourceLoop.h"
 #include "app/WindowFactoryPort.h"
-#include "audiofile/AudioFileLyrics.h"
 #include "foundation/SystemLog.h"
 #include "http/HttpForms.h"
 #include "http/PLHttpClient.h"
 #include "lyric/Lyric.h"
 #include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
 #include "store/LyricControl.h"
 
 #include <QFile>
@@ -30,12 +25,11 @@
 void LyricAcquisition::fetchLRC(const LyricsTrack& track)
 {
     d.m_loop->songChanging();
-    d.m_menu->setInfo(apptext::tr(apptext::kFetching));
-    lookup::Request request;
-    request.tagText = track.lyrics();
-    request.artist = track.artist();
-    request.title = track.name();
-    d.m_loop->lookUp(std::move(request));
+    PlayerSong song;
+    song.tagText = track.lyrics();
+    song.artist = track.artist();
+    song.title = track.name();
+    d.m_loop->startSearch(song);
 }
 
 // A stored lyric replaces the document.
@@ -63,19 +57,9 @@ void LyricAcquisition::installed(int origin)
 void LyricAcquisition::storeMissed(const QString& artist, const QString& song)
 {
     // What the source knows beyond the names goes to a plug-in that can use it.
-    QString album;
-    double duration = 0.0;
-    if (d.m_musicSource == MusicSourceKindITunes && d.curTrackTunes) {
-        album = d.curTrackTunes->album();
-        duration = d.curTrackTunes->duration();
-    } else if (d.m_musicSource == MusicSourceKindQQMusic && d.qqmusicControl &&
-               d.qqmusicControl->track()) {
-        album = d.qqmusicControl->track()->album();
-    } else if (d.m_musicSource == MusicSourceKindMpris && d.m_followed && d.m_followed->track()) {
-        album = d.m_followed->track()->album();
-        duration = d.m_followed->duration();
-    }
-    d.m_plugin->search(artist, song, album, duration);
+    PlayerSource* source = d.m_loop->active();
+    const PlayerSong details = source ? source->searchDetails() : PlayerSong{};
+    d.m_plugin->search(artist, song, details.album, details.duration);
 }
 
 void LyricAcquisition::notAvailable()
@@ -126,62 +110,27 @@ void LyricAcquisition::lrcFetched(Lyric& lyric, int source)
     const Settings& settings = d.m_env.settings;
     const bool toDisk =
         (source == AppState::TrackTag || source == AppState::Plugin) && settings.isSaveLRCtoDisk();
-    const bool overwrite = source == AppState::Plugin;
-    switch (d.m_musicSource) {
-    case MusicSourceKindITunes:
-        if (!d.curTrackTunes)
-            return;
-        if (toDisk)
-            saveToFolder(lyric, d.curTrackTunes->artist(), d.curTrackTunes->name(), overwrite);
-        if ((source == AppState::Folder || source == AppState::Plugin) &&
-            settings.isSaveLRCtoTrackTags())
-            saveToTrack(lyric);
-        break;
-    case MusicSourceKindJukora:
-        if (toDisk)
-            saveToFolder(lyric, d.m_loop->jukoraArtist(), d.m_loop->jukoraTitle(), overwrite);
-        break;
-    case MusicSourceKindMpris:
-        if (toDisk && d.m_followed && d.m_followed->track())
-            saveToFolder(lyric, d.m_followed->track()->artist(), d.m_followed->track()->title(),
-                         overwrite);
-        // An online lyric also goes into the audio file; writeLyric leaves a read-only file be.
-        if (source == AppState::Plugin && settings.isSaveLRCtoTrackTags() && d.m_followed) {
-            const QString path = d.m_followed->localFilePath();
-            if (!path.isEmpty() && !AudioFileLyrics::writeLyric(path, lyric.contents()))
-                foundation::systemLog(
-                    QStringLiteral("could not write the lyric into \"%1\"").arg(path));
-        }
-        break;
-    default: // QQMusic's songs are never saved
-        break;
-    }
+    save(lyric, source, toDisk, source == AppState::Plugin);
 }
 
 void LyricAcquisition::forceWriteLyric(Lyric& lyric)
 {
-    const Settings& settings = d.m_env.settings;
-    switch (d.m_musicSource) {
-    case MusicSourceKindITunes:
-        if (!d.curTrackTunes)
-            return;
-        if (settings.isSaveLRCtoDisk())
-            saveToFolder(lyric, d.curTrackTunes->artist(), d.curTrackTunes->name(), true);
-        if (settings.isSaveLRCtoTrackTags())
-            saveToTrack(lyric);
-        break;
-    case MusicSourceKindJukora:
-        if (settings.isSaveLRCtoDisk())
-            saveToFolder(lyric, d.m_loop->jukoraArtist(), d.m_loop->jukoraTitle(), true);
-        break;
-    case MusicSourceKindMpris:
-        if (settings.isSaveLRCtoDisk() && d.m_followed && d.m_followed->track())
-            saveToFolder(lyric, d.m_followed->track()->artist(), d.m_followed->track()->title(),
-                         true);
-        break;
-    default:
-        break;
+    save(lyric, AppState::ByHand, d.m_env.settings.isSaveLRCtoDisk(), true);
+}
+
+// The followed player's save rules: the names it is kept under in the folder, and whether a
+// lyric of this origin also goes into the song itself.
+void LyricAcquisition::save(Lyric& lyric, int origin, bool toDisk, bool overwrite)
+{
+    PlayerSource* player = d.m_loop->active();
+    if (!player)
+        return;
+    if (toDisk) {
+        if (const auto names = player->savedNames())
+            saveToFolder(lyric, names->artist, names->title, overwrite);
     }
+    if (d.m_env.settings.isSaveLRCtoTrackTags() && player->writesIntoSong(origin))
+        player->writeIntoSong(lyric, *d.lrcControl);
 }
 
 void LyricAcquisition::saveToFolder(const Lyric& lyric, const QString& artist, const QString& title,
@@ -201,11 +150,6 @@ void LyricAcquisition::saveToFolder(const Lyric& lyric, const QString& artist, c
                                   .arg(identify, LyricControl::_pathLrcs()));
 }
 
-void LyricAcquisition::saveToTrack(Lyric& lyric)
-{
-    d.lrcControl->writeLrcToTrack(lyric, *d.curTrackTunes, true, true);
-}
-
 void LyricAcquisition::showSearchWindow()
 {
     if (!d.isLyricPluginLoaded()) {
@@ -217,22 +161,9 @@ void LyricAcquisition::showSearchWindow()
         d.searchWC = d.m_ports.windows->createSearchWindow(d);
     if (!d.searchWC)
         return;
-    if (d.m_musicSource == MusicSourceKindITunes && d._itunesControl) {
-        const auto track = d._itunesControl->currentTrack();
-        if (!track || !track->enabled())
-            return;
-        d.searchWC->showFor(track->name(), track->artist());
-    } else if (d.m_musicSource == MusicSourceKindJukora && d.DJControl) {
-        const auto item = d.DJControl->item();
-        if (!item)
-            return;
-        d.searchWC->showFor(item->title(), item->artist());
-    } else if (d.m_musicSource == MusicSourceKindMpris && d.m_followed) {
-        const TrackItem* track = d.m_followed->track();
-        if (!track)
-            return;
-        d.searchWC->showFor(track->title(), track->artist());
-    }
+    PlayerSource* player = d.m_loop->active();
+    if (const auto song = player ? player->searchWindowSong() : std::nullopt)
+        d.searchWC->showFor(song->title, song->artist);
 }
 
 // A pick by hand is stored by the save settings but never shared.

@@ -39,7 +39,7 @@ private:
     // Writes to the lyrics folder; reports in the system log when the file did not land.
     void saveToFolder(const Lyric& lyric, const QString& artist, const QString& title,
                       bool overwrite);
-    void saveToTrack(Lyric& lyric);
+    void save(Lyric& lyric, int origin, bool toDisk, bool overwrite);
 
     AppDelegate& d;
 };

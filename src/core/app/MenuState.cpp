@@ -114,13 +114,6 @@ LyricManagerPort* MenuState::lyricManagerWC()
     return d._lyricManagerWC.get();
 }
 
-void MenuState::showSongNotification()
-{
-    if (d.curTrackTunes)
-        showSongNotification({d.curTrackTunes->name(), d.curTrackTunes->artist(),
-                              d.curTrackTunes->album(), d.curTrackTunes->duration()});
-}
-
 void MenuState::showSongNotification(const NotificationPort::Track& track)
 {
     if (d._notifyWC) {

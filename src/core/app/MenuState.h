@@ -28,8 +28,6 @@ public:
     void showAbout();
     void showLyricManager();
     LyricManagerPort* lyricManagerWC();
-    // iTunes's current track; the other one names the song itself.
-    void showSongNotification();
     void showSongNotification(const NotificationPort::Track& track);
     void notificationCanBeRemoved();
     void setInfo(const QString& info);

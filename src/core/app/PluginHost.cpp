@@ -4,11 +4,11 @@
 #include "app/LrcFetcherProtocol.h"
 #include "app/LyricAcquisition.h"
 #include "app/LyricPluginLoader.h"
+#include "app/PlayerSource.h"
 #include "app/SourceLoop.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
-#include "sources/MusicSourceKind.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -74,9 +74,10 @@ void PluginHost::search(const QString& artist, const QString& song, const QStrin
         d.m_acquisition->notAvailable(); // as a failed download would
         return;
     }
-    // The players of old answer every search, late ones included; an MPRIS player's songs are
-    // searched one at a time and an answer for an earlier song is dropped.
-    if (d.m_musicSource != MusicSourceKindMpris) {
+    // Most players' searches all go out and every answer, a late one too, is taken; a
+    // coalesced player's songs are searched one at a time, an answer for an earlier one dropped.
+    PlayerSource* player = d.m_loop->active();
+    if (!player || !player->rules().coalesced) {
         send({artist, song, album, duration});
         return;
     }

@@ -2,68 +2,62 @@
 
 #include "app/AppDelegate.h"
 #include "app/AppTexts.h"
-#include "app/FollowedSource.h"
-#include "app/LyricAcquisition.h"
 #include "app/LyricPanelPort.h"
 #include "app/LyricViewPort.h"
 #include "app/MenuState.h"
 #include "app/SingleLinePort.h"
-#include "foundation/StringAdditions.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
-#include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "store/LyricControl.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
-#include <QTimer>
 
 SourceLoop::SourceLoop(AppDelegate& d)
     : d(d)
-    , m_changes(&d, [this] { handleFollowed(); })
+    , m_changes(&d,
+                [this] {
+                    if (m_noticed)
+                        handleSong(*m_noticed);
+                })
     , m_lookup(&d, [this](lookup::Result result) { lookedUp(std::move(result)); })
 {
 }
 
+void SourceLoop::addSource(PlayerSource& source, int priority)
+{
+    auto at = m_sources.begin();
+    while (at != m_sources.end() && at->priority <= priority)
+        ++at;
+    m_sources.insert(at, Ranked{priority, &source});
+    QObject::connect(&source, &PlayerSource::songChanged, &d,
+                     [this, s = &source] { songNotice(s); });
+    QObject::connect(&source, &PlayerSource::runningChanged, &d, [this] { updateMusicSource(); });
+}
+
 void SourceLoop::updateMusicSource()
 {
+    PlayerSource* chosen = nullptr;
+    for (const Ranked& ranked : m_sources) {
+        if (ranked.source && ranked.source->isRunning()) {
+            chosen = ranked.source;
+            break;
+        }
+    }
+    m_active = chosen;
     QString title;
-    if (d.qqmusicControl && d.qqmusicControl->isRunning()) {
-        title = apptext::tr(d.qqmusicControl->name().toUtf8().constData());
-        d.m_musicSource = MusicSourceKindQQMusic;
-        d.m_state.setSourceKind(d.m_musicSource);
-        qqmusicSongChanged();
-    } else if (d.DJControl && d.DJControl->isRunning()) {
-        title = apptext::tr(apptext::kJukora);
-        d.m_musicSource = MusicSourceKindJukora;
-        d.m_state.setSourceKind(d.m_musicSource);
-        djSongChanged();
-    } else if (d._itunesControl && d._itunesControl->app().isRunning()) {
-        title = apptext::tr(apptext::kITunes);
-        d.m_musicSource = MusicSourceKindITunes;
-        d.m_state.setSourceKind(d.m_musicSource);
-        d.iTunesCB_TrackDidChange(d._itunesControl->currentTrack());
-    } else if (d.m_followed && d.m_followed->isRunning()) {
-        title = d.m_followed->menuTitle();
-        d.m_musicSource = MusicSourceKindMpris;
-        d.m_state.setSourceKind(d.m_musicSource);
-        followedSongChanged();
+    if (chosen) {
+        title = chosen->menuTitle();
+        d.m_state.setSourceKind(chosen->kind());
+        songNotice(chosen);
+        activeTimer();
     } else {
-        d.m_musicSource = MusicSourceKindNone;
-        d.m_state.setSourceKind(d.m_musicSource);
+        d.m_state.setSourceKind(0);
         title = apptext::tr(apptext::kNoMusicSource);
         songChanging();
         d.m_state.setSong({}, {});
         // Names iTunes whatever the user's player: the message has always read so.
         d.m_menu->setInfo(apptext::tr(apptext::kITunesNotRunning));
-    }
-    if (d.m_musicSource != MusicSourceKindNone)
-        activeTimer();
-    else
         deactiveTimer();
+    }
     if (d.m_ports.statusMenu)
         d.m_ports.statusMenu->setSourceTitle(title);
     d.m_state.setSourceName(title);
@@ -90,7 +84,7 @@ void SourceLoop::update()
         return;
     QElapsedTimer clock;
     clock.start();
-    tick();
+    tick(m_active);
     // A player that does not answer holds the tick up to its source's own limit; say so once
     // per episode, not five times a second.
     const qint64 waited = clock.elapsed();
@@ -102,94 +96,28 @@ void SourceLoop::update()
     m_stalled = waited >= kStallMs;
 }
 
-void SourceLoop::tick()
-{
-    switch (d.m_musicSource) {
-    case MusicSourceKindITunes:
-        updateAppItunes();
-        break;
-    case MusicSourceKindJukora:
-        updateAppJukora();
-        break;
-    case MusicSourceKindQQMusic:
-        updateAppQQMusic();
-        break;
-    case MusicSourceKindMpris:
-        updateAppFollowed();
-        break;
-    default:
-        break;
-    }
-}
-
 // Each tick makes at most one blocking read besides the running test (the position), and
-// only while a lyric is shown; the names come from the song change.
-void SourceLoop::updateAppItunes()
+// only while a lyric is shown; the names come from the song change where reading them costs.
+void SourceLoop::tick(PlayerSource* source)
 {
-    iTunesControl* itunes = d._itunesControl;
-    if (!itunes || !itunes->app().isRunning())
-        return;
-    // The names are read on every tick, as the panel title is rewritten on every tick.
-    if (d.curTrackTunes && d.curTrackTunes->exists())
-        songPresent(d.curTrackTunes->name(), d.curTrackTunes->artist(),
-                    [](AppDelegate& d) { return d._itunesControl->playerPosition(); });
-    else
-        notPlaying(apptext::tr(apptext::kITunesNotPlaying));
-}
-
-void SourceLoop::updateAppQQMusic()
-{
-    MusicSourceQQMusic* qq = d.qqmusicControl.get();
-    if (!qq || !qq->isRunning())
-        return;
-    const TrackItem* track = qq->track();
-    if (track && foundation::isNonEmpty(track->title()))
-        songPresent(track->title(), track->artist(),
-                    [](AppDelegate& d) { return d.qqmusicControl->location(); });
-    else
-        notPlaying(apptext::tr(apptext::kQQMusicNotPlaying));
-}
-
-void SourceLoop::updateAppJukora()
-{
-    JukoraControl* dj = d.DJControl.get();
-    if (!dj || !dj->isRunning())
-        return;
-    if (dj->cachedItem())
-        songPresent(m_djTitle, m_djArtist, [](AppDelegate& d) { return d.DJControl->location(); });
-    else
-        notPlaying(apptext::tr(apptext::kJukoraNotPlaying));
-}
-
-void SourceLoop::updateAppFollowed()
-{
-    FollowedSource* source = d.m_followed;
     if (!source || !source->isRunning())
         return;
-    followedTitleChanged();
-    const TrackItem* track = source->track();
-    // A local file without a title is shown by its file name.
-    const QString title = !track ? QString()
-                          : foundation::isNonEmpty(track->title())
-                              ? track->title()
-                              : QFileInfo(source->localFilePath()).completeBaseName();
-    if (!title.isEmpty())
-        songPresent(title, track->artist(),
-                    [](AppDelegate& d) { return d.m_followed->location(); });
+    followTitle(*source);
+    if (const auto song = source->nowPlaying())
+        songPresent(*song, *source);
     else
-        notPlaying(apptext::tr(apptext::kPlayerNotPlaying).arg(source->menuTitle()));
+        notPlaying(source->notPlayingText());
 }
 
-void SourceLoop::songPresent(const QString& title, const QString& artist,
-                             float (*position)(AppDelegate&))
+void SourceLoop::songPresent(const PlayerSong& song, PlayerSource& source)
 {
-    const QString panelTitle = QStringLiteral("%1-%2").arg(title, artist);
+    const QString panelTitle = QStringLiteral("%1-%2").arg(song.title, song.artist);
     if (d.m_ports.uiLRCpanel)
         d.m_ports.uiLRCpanel->setTitle(panelTitle);
     d.m_state.setPanelTitle(panelTitle);
-    d.m_state.setSong(artist, title);
+    d.m_state.setSong(song.artist, song.title);
     if (d._lrcAvailable)
-        drive(position(d));
+        drive(source.location());
 }
 
 void SourceLoop::drive(float seconds)
@@ -220,6 +148,18 @@ void SourceLoop::notPlaying(const QString& message)
     if (d.m_ports.appController)
         d.m_ports.appController->setParser(nullptr);
     d.m_menu->setInfo(message);
+}
+
+void SourceLoop::followTitle(const PlayerSource& source)
+{
+    if (&source != m_active)
+        return;
+    const QString title = source.menuTitle();
+    if (title.isEmpty() || title == d.m_state.sourceName())
+        return;
+    if (d.m_ports.statusMenu)
+        d.m_ports.statusMenu->setSourceTitle(title);
+    d.m_state.setSourceName(title);
 }
 
 void SourceLoop::lyricInstalled()
