@@ -15,7 +15,6 @@
 #include "app/SourceLoop.h"
 #include "app/WindowFactoryPort.h"
 #include "foundation/SystemLog.h"
-#include "http/PLHttpClient.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
 #include "store/LyricControl.h"
@@ -32,43 +31,73 @@ AppDelegate* AppDelegate::s()
     return gController;
 }
 
+// The composition of the controller: each collaborator gets what it uses, and their signals
+// carry a song change one way: player -> SourceLoop -> LyricAcquisition (-> PluginHost) ->
+// the displays.
 AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent)
     : QObject(parent)
     , m_env(std::move(environment))
     , m_ports(ports)
-    , m_loop(std::make_unique<SourceLoop>(*this))
-    , m_acquisition(std::make_unique<LyricAcquisition>(*this))
-    , m_plugin(std::make_unique<PluginHost>(*this))
-    , m_menu(std::make_unique<MenuState>(*this))
 {
+    auto store = [this] { return lrcControl.get(); };
+    m_menu = std::make_unique<MenuState>(
+        m_env.settings, m_state, m_ports,
+        MenuState::Makers{[this]() -> std::unique_ptr<NotificationPort> {
+                              return m_ports.windows ? m_ports.windows->createNotification(*this)
+                                                     : nullptr;
+                          },
+                          store});
+    m_plugin = std::make_unique<PluginHost>(
+        m_env.settings, m_state, PluginHost::Loading{m_env.bundles, m_env.loader}, *this);
+    m_acquisition = std::make_unique<LyricAcquisition>(
+        m_env.settings, m_env.addresses, m_state, m_shown, *m_plugin,
+        LyricAcquisition::Context{m_ports, m_env.network, this,
+                                  [this]() -> std::unique_ptr<SearchWindowPort> {
+                                      return m_ports.windows
+                                                 ? m_ports.windows->createSearchWindow(*this)
+                                                 : nullptr;
+                                  },
+                                  store});
+    m_loop = std::make_unique<SourceLoop>(m_state, m_shown, m_env.settings, *m_acquisition, m_ports,
+                                          m_env.timers);
+
+    connect(m_loop.get(), &SourceLoop::playerChosen, m_acquisition.get(),
+            &LyricAcquisition::setPlayer);
+    connect(m_loop.get(), &SourceLoop::songChanging, m_plugin.get(), &PluginHost::songChanging);
+    connect(m_loop.get(), &SourceLoop::songAnnounced, m_menu.get(),
+            &MenuState::showSongNotification);
+    connect(m_acquisition.get(), &LyricAcquisition::lyricInstalled, m_loop.get(),
+            &SourceLoop::lyricInstalled);
+    connect(m_acquisition.get(), &LyricAcquisition::lyricPickedByHand, m_menu.get(),
+            &MenuState::reloadLyricView);
+    connect(m_loop.get(), &SourceLoop::statusChanged, m_menu.get(), &MenuState::setInfo);
+    connect(m_acquisition.get(), &LyricAcquisition::statusChanged, m_menu.get(),
+            &MenuState::setInfo);
+    connect(m_plugin.get(), &PluginHost::statusChanged, m_menu.get(), &MenuState::setInfo);
     gController = this;
 }
 
 AppDelegate::~AppDelegate()
 {
-    m_loop->deactiveTimer();
-    if (hcLrcPoster)
-        hcLrcPoster->cleanBeforeRelease();
-    hcLrcPoster.reset();
+    // The loop first: no tick, lookup answer or player notice reaches the others any more.
+    m_loop.reset();
+    m_acquisition.reset(); // the upload, the search window
     m_followed = nullptr;
     m_itunes.reset();
     m_mpris.reset();
     m_jukora.reset();
     m_qqmusic.reset();
-    _lyricManagerWC.reset();
-    hcLRCfetcher.reset();
-    _notifyWC.reset();
+    m_menu.reset(); // its windows
+    m_plugin.reset();
     lrcControl.reset();
-    preferenceController.reset();
-    searchWC.reset();
-    parser.reset();
+    m_shown.parser.reset();
 }
 
 void AppDelegate::awakeFromNib()
 {
     lrcControl = std::make_unique<LyricControl>();
     lrcControl->setDelegate(this);
-    _lrcAvailable = false;
+    m_shown.available = false;
     m_menu->setModeItems();
 }
 
@@ -97,13 +126,12 @@ void AppDelegate::applicationDidFinishLaunching()
     m_itunes = std::make_unique<ITunesPlayerSource>(m_env.itunes);
     m_loop->addSource(*m_itunes, 2);
     // Kept when a search at registration already installed one: the view may hold it.
-    if (!parser)
-        parser = std::make_unique<Lyric>();
+    if (!m_shown.parser)
+        m_shown.parser = std::make_unique<Lyric>();
     m_plugin->install();
-    shouldUpdateLRC = false;
     if (m_ports.singleLineControl)
         m_ports.singleLineControl->loadWindow();
-    _isLrcWindowVisible = false;
+    m_menu->startHidden();
     toggleLyricsWindow();
     updateMusicSource();
     // The launch page view is recorded in the log; nothing is sent.
@@ -178,7 +206,7 @@ void AppDelegate::iTunesCB_TrackDidChange(const std::optional<itunes::Track>& tr
 
 int AppDelegate::musicSource() const
 {
-    const PlayerSource* active = m_loop->active();
+    const PlayerSource* active = m_loop ? m_loop->active() : nullptr;
     return active ? active->kind() : 0;
 }
 
@@ -192,6 +220,21 @@ MusicSourceQQMusic* AppDelegate::qqmusic() const
     return m_qqmusic ? &m_qqmusic->control() : nullptr;
 }
 
+bool AppDelegate::isLrcWindowVisible() const
+{
+    return m_menu->isLrcWindowVisible();
+}
+
+bool AppDelegate::timerRunning() const
+{
+    return m_loop && m_loop->timerRunning();
+}
+
+QObject* AppDelegate::lrcFetcher() const
+{
+    return m_plugin ? m_plugin->fetcher() : nullptr;
+}
+
 qint64 AppDelegate::curDBid() const
 {
     return m_itunes ? m_itunes->databaseID() : -1;
@@ -199,7 +242,7 @@ qint64 AppDelegate::curDBid() const
 
 void AppDelegate::fetchLRC(const itunes::Track& track)
 {
-    m_acquisition->fetchLRC(track);
+    m_loop->fetchLRC(track);
 }
 
 void AppDelegate::controlLrcFetched(LyricControl& /*control*/, std::unique_ptr<Lyric> lyric,
@@ -252,8 +295,6 @@ void AppDelegate::showSearchWindow()
 }
 void AppDelegate::setupLRCcontent(const QString& text)
 {
-    if (!parser)
-        parser = std::make_unique<Lyric>();
     m_acquisition->setupLRCcontent(text);
 }
 

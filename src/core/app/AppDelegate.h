@@ -3,6 +3,8 @@
 #include "app/AppEnvironment.h"
 #include "app/AppPorts.h"
 #include "app/AppState.h"
+#include "app/ShownLyric.h"
+#include "app/SourceLoop.h"
 #include "app/StatusMenuPort.h"
 #include "sources/iTunesControl.h"
 #include "store/LyricControlDelegate.h"
@@ -31,7 +33,6 @@ class PLHttpClient;
 class PluginHost;
 class PreferencesPort;
 class SearchWindowPort;
-class SourceLoop;
 class TrackItem;
 struct PLHttpError;
 
@@ -44,7 +45,7 @@ struct PLHttpError;
 class AppDelegate : public QObject, public LyricControlDelegate, public iTunesControlDelegate {
     Q_OBJECT
 public:
-    static constexpr int kTickMs = 200;
+    static constexpr int kTickMs = SourceLoop::kTickMs;
     static constexpr char kTrackerAccount[] = "UA-1357913-5";
 
     AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent = nullptr);
@@ -95,7 +96,7 @@ public:
     // Plug-ins.
     QStringList allBundles() const;
     std::unique_ptr<QObject> loadLyricPlugin();
-    bool isLyricPluginLoaded() const { return hcLRCfetcher != nullptr; }
+    bool isLyricPluginLoaded() const { return lrcFetcher() != nullptr; }
 
     // Sources' delegate callbacks.
     void iTunesCB_AppLifeCycleChanged(bool alive) override;
@@ -112,12 +113,12 @@ public:
     JukoraControl* djControl() const;
     MusicSourceQQMusic* qqmusic() const;
     LyricControl* lyricControl() const { return lrcControl.get(); }
-    Lyric* lyric() const { return parser.get(); }
-    bool lrcAvailable() const { return _lrcAvailable; }
-    bool isLrcWindowVisible() const { return _isLrcWindowVisible; }
+    Lyric* lyric() const { return m_shown.parser.get(); }
+    bool lrcAvailable() const { return m_shown.available; }
+    bool isLrcWindowVisible() const;
     qint64 curDBid() const;
-    bool timerRunning() const { return timer != nullptr; }
-    QObject* lrcFetcher() const { return hcLRCfetcher.get(); }
+    bool timerRunning() const;
+    QObject* lrcFetcher() const;
     AppState& state() { return m_state; }
     Settings& settings() const { return m_env.settings; }
 
@@ -146,28 +147,11 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
-    friend class SourceLoop;
-    friend class LyricAcquisition;
-    friend class PluginHost;
-    friend class MenuState;
-
     AppEnvironment m_env;
     AppPorts m_ports;
     AppState m_state;
-
-    // Fields, as the controller has always named them.
-    std::unique_ptr<NotificationPort> _notifyWC;
-    std::unique_ptr<LyricManagerPort> _lyricManagerWC;
-    std::unique_ptr<UpdateTimer> timer;
-    std::unique_ptr<Lyric> parser;
-    bool shouldUpdateLRC = false;
-    std::unique_ptr<SearchWindowPort> searchWC;
-    bool _lrcAvailable = false;
-    bool _isLrcWindowVisible = false;
-    std::unique_ptr<PreferencesPort> preferenceController;
-    std::unique_ptr<QObject> hcLRCfetcher;
+    ShownLyric m_shown;
     std::unique_ptr<LyricControl> lrcControl;
-    std::unique_ptr<PLHttpClient> hcLrcPoster;
     // The players, in the order they are registered; the loop keeps their priority.
     std::unique_ptr<JukoraPlayerSource> m_jukora;
     std::unique_ptr<QQMusicPlayerSource> m_qqmusic;
@@ -175,8 +159,9 @@ private:
     std::unique_ptr<ITunesPlayerSource> m_itunes;
     PlayerSource* m_followed = nullptr; // the last priority's player
 
-    std::unique_ptr<SourceLoop> m_loop;
-    std::unique_ptr<LyricAcquisition> m_acquisition;
-    std::unique_ptr<PluginHost> m_plugin;
+    // The collaborators, each built on what it uses and wired in the constructor.
     std::unique_ptr<MenuState> m_menu;
+    std::unique_ptr<PluginHost> m_plugin;
+    std::unique_ptr<LyricAcquisition> m_acquisition;
+    std::unique_ptr<SourceLoop> m_loop;
 };

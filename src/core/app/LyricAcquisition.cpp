@@ -1,15 +1,13 @@
 #include "app/LyricAcquisition.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
 #include "app/DesktopPort.h"
 #include "app/LyricViewPort.h"
-#include "app/MenuState.h"
 #include "app/PlayerSource.h"
 #include "app/PluginHost.h"
 #include "app/SearchWindowPort.h"
-#include "app/SourceLoop.h"
-#include "app/WindowFactoryPort.h"
+#include "app/ShownLyric.h"
 #include "foundation/SystemLog.h"
 #include "http/HttpForms.h"
 #include "http/PLHttpClient.h"
@@ -20,16 +18,21 @@
 
 #include <QFile>
 
-// The tag is read here (a player's scripting call); the rest of the lookup runs off the main
-// thread.
-void LyricAcquisition::fetchLRC(const LyricsTrack& track)
+LyricAcquisition::LyricAcquisition(Settings& settings, ServiceAddresses& addresses, AppState& state,
+                                   ShownLyric& shown, PluginHost& plugin, Context context)
+    : m_settings(settings)
+    , m_addresses(addresses)
+    , m_state(state)
+    , m_shown(shown)
+    , m_plugin(plugin)
+    , m_context(std::move(context))
 {
-    d.m_loop->songChanging();
-    PlayerSong song;
-    song.tagText = track.lyrics();
-    song.artist = track.artist();
-    song.title = track.name();
-    d.m_loop->startSearch(song);
+}
+
+LyricAcquisition::~LyricAcquisition()
+{
+    if (m_poster)
+        m_poster->cleanBeforeRelease();
 }
 
 // A stored lyric replaces the document.
@@ -37,34 +40,34 @@ void LyricAcquisition::installStored(std::unique_ptr<Lyric> lyric, int source)
 {
     if (!lyric)
         return;
-    if (lyric.get() != d.parser.get())
-        d.parser = std::move(lyric);
+    if (lyric.get() != m_shown.parser.get())
+        m_shown.parser = std::move(lyric);
     installed(source);
-    lrcFetched(*d.parser, source);
+    lrcFetched(*m_shown.parser, source);
 }
 
 void LyricAcquisition::installed(int origin)
 {
-    d._lrcAvailable = true;
-    d.m_menu->setInfo({});
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(d.parser.get());
-    d.m_loop->lyricInstalled();
-    d.m_state.setLyricOrigin(origin);
-    d.m_state.setLyricLoaded(true);
+    m_shown.available = true;
+    Q_EMIT statusChanged({});
+    if (m_context.ports.appController)
+        m_context.ports.appController->setParser(m_shown.parser.get());
+    m_state.setLyricOrigin(origin);
+    m_state.setLyricLoaded(true);
+    Q_EMIT lyricInstalled(origin);
 }
 
 void LyricAcquisition::storeMissed(const QString& artist, const QString& song)
 {
     // What the source knows beyond the names goes to a plug-in that can use it.
-    PlayerSource* source = d.m_loop->active();
-    const PlayerSong details = source ? source->searchDetails() : PlayerSong{};
-    d.m_plugin->search(artist, song, details.album, details.duration);
+    const PlayerSong details = m_player ? m_player->searchDetails() : PlayerSong{};
+    m_plugin.search(artist, song, details.album, details.duration,
+                    m_player && m_player->rules().coalesced);
 }
 
 void LyricAcquisition::notAvailable()
 {
-    d.m_menu->setInfo(apptext::tr(apptext::kNotAvailable));
+    Q_EMIT statusChanged(apptext::tr(apptext::kNotAvailable));
 }
 
 void LyricAcquisition::listFetched(const QVariantList& items)
@@ -74,15 +77,15 @@ void LyricAcquisition::listFetched(const QVariantList& items)
         return;
     }
     // The first result, always: the plug-in orders them.
-    d.m_plugin->download(items.first());
+    m_plugin.download(items.first());
 }
 
 // An online lyric re-parses the document in place.
 void LyricAcquisition::contentFetched(const QString& text, const QVariant& item)
 {
-    d.parser->parseLRCcontent(text);
+    m_shown.parser->parseLRCcontent(text);
     installed(AppState::Plugin);
-    lrcFetched(*d.parser, AppState::Plugin);
+    lrcFetched(*m_shown.parser, AppState::Plugin);
     const QVariantMap result = item.toMap();
     upload(result.value(QStringLiteral("artist")).toString(), text,
            result.value(QStringLiteral("title")).toString());
@@ -98,16 +101,16 @@ QString LyricAcquisition::uploadBody(const QString& artist, const QString& conte
 
 void LyricAcquisition::upload(const QString& artist, const QString& content, const QString& title)
 {
-    if (!d.hcLrcPoster)
-        d.hcLrcPoster = std::make_unique<PLHttpClient>(&d, d.m_env.network);
+    if (!m_poster)
+        m_poster = std::make_unique<PLHttpClient>(m_context.httpDelegate, m_context.network);
     // Plain http, no Content-Type; the answer is ignored and a failure is not retried.
-    const QUrl url(QStringLiteral("http://%1/lyrics").arg(d.m_env.addresses.lyricSharingHost()));
-    d.hcLrcPoster->post(url, uploadBody(artist, content, title));
+    const QUrl url(QStringLiteral("http://%1/lyrics").arg(m_addresses.lyricSharingHost()));
+    m_poster->post(url, uploadBody(artist, content, title));
 }
 
 void LyricAcquisition::lrcFetched(Lyric& lyric, int source)
 {
-    const Settings& settings = d.m_env.settings;
+    const Settings& settings = m_settings;
     const bool toDisk =
         (source == AppState::TrackTag || source == AppState::Plugin) && settings.isSaveLRCtoDisk();
     save(lyric, source, toDisk, source == AppState::Plugin);
@@ -115,28 +118,27 @@ void LyricAcquisition::lrcFetched(Lyric& lyric, int source)
 
 void LyricAcquisition::forceWriteLyric(Lyric& lyric)
 {
-    save(lyric, AppState::ByHand, d.m_env.settings.isSaveLRCtoDisk(), true);
+    save(lyric, AppState::ByHand, m_settings.isSaveLRCtoDisk(), true);
 }
 
 // The followed player's save rules: the names it is kept under in the folder, and whether a
 // lyric of this origin also goes into the song itself.
 void LyricAcquisition::save(Lyric& lyric, int origin, bool toDisk, bool overwrite)
 {
-    PlayerSource* player = d.m_loop->active();
-    if (!player)
+    LyricControl* store = m_context.store ? m_context.store() : nullptr;
+    if (!m_player || !store)
         return;
     if (toDisk) {
-        if (const auto names = player->savedNames())
-            saveToFolder(lyric, names->artist, names->title, overwrite);
+        if (const auto names = m_player->savedNames())
+            saveToFolder(*store, lyric, names->artist, names->title, overwrite);
     }
-    if (d.m_env.settings.isSaveLRCtoTrackTags() && player->writesIntoSong(origin))
-        player->writeIntoSong(lyric, *d.lrcControl);
+    if (m_settings.isSaveLRCtoTrackTags() && m_player->writesIntoSong(origin))
+        m_player->writeIntoSong(lyric, *store);
 }
 
-void LyricAcquisition::saveToFolder(const Lyric& lyric, const QString& artist, const QString& title,
-                                    bool overwrite)
+void LyricAcquisition::saveToFolder(LyricControl& store, const Lyric& lyric, const QString& artist,
+                                    const QString& title, bool overwrite)
 {
-    LyricControl& store = *d.lrcControl;
     const QString identify = store.identifyFromArtist(artist, title);
     const bool kept = !overwrite && store.readLrcByIdentify(identify);
     store.writeLrcAsIdentify(lyric, identify, overwrite);
@@ -152,28 +154,29 @@ void LyricAcquisition::saveToFolder(const Lyric& lyric, const QString& artist, c
 
 void LyricAcquisition::showSearchWindow()
 {
-    if (!d.isLyricPluginLoaded()) {
-        if (d.m_ports.desktop)
-            d.m_ports.desktop->openUrl(QUrl(d.m_env.addresses.helpPage()));
+    if (!m_plugin.fetcher()) {
+        if (m_context.ports.desktop)
+            m_context.ports.desktop->openUrl(QUrl(m_addresses.helpPage()));
         return;
     }
-    if (!d.searchWC && d.m_ports.windows)
-        d.searchWC = d.m_ports.windows->createSearchWindow(d);
-    if (!d.searchWC)
+    if (!m_searchWC && m_context.searchWindow)
+        m_searchWC = m_context.searchWindow();
+    if (!m_searchWC)
         return;
-    PlayerSource* player = d.m_loop->active();
-    if (const auto song = player ? player->searchWindowSong() : std::nullopt)
-        d.searchWC->showFor(song->title, song->artist);
+    if (const auto song = m_player ? m_player->searchWindowSong() : std::nullopt)
+        m_searchWC->showFor(song->title, song->artist);
 }
 
 // A pick by hand is stored by the save settings but never shared.
 void LyricAcquisition::setupLRCcontent(const QString& text)
 {
-    d.parser->parseLRCcontent(text);
-    d._lrcAvailable = true;
-    d.m_loop->lyricInstalled();
-    d.m_state.setLyricOrigin(AppState::ByHand);
-    d.m_state.setLyricLoaded(true);
-    forceWriteLyric(*d.parser);
-    d.reloadLyricView();
+    if (!m_shown.parser)
+        m_shown.parser = std::make_unique<Lyric>();
+    m_shown.parser->parseLRCcontent(text);
+    m_shown.available = true;
+    m_state.setLyricOrigin(AppState::ByHand);
+    m_state.setLyricLoaded(true);
+    Q_EMIT lyricInstalled(AppState::ByHand);
+    forceWriteLyric(*m_shown.parser);
+    Q_EMIT lyricPickedByHand();
 }

@@ -1,25 +1,37 @@
 #include "app/SourceLoop.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
 #include "app/LyricPanelPort.h"
 #include "app/LyricViewPort.h"
-#include "app/MenuState.h"
+#include "app/ShownLyric.h"
 #include "app/SingleLinePort.h"
+#include "app/StatusMenuPort.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 
 #include <QElapsedTimer>
 
-SourceLoop::SourceLoop(AppDelegate& d)
-    : d(d)
-    , m_changes(&d,
+SourceLoop::SourceLoop(AppState& state, ShownLyric& shown, Settings& settings,
+                       LyricAcquisition& acquisition, AppPorts ports, UpdateTimer::Factory timers)
+    : m_state(state)
+    , m_shown(shown)
+    , m_settings(settings)
+    , m_acquisition(acquisition)
+    , m_ports(ports)
+    , m_timers(std::move(timers))
+    , m_changes(this,
                 [this] {
                     if (m_noticed)
                         handleSong(*m_noticed);
                 })
-    , m_lookup(&d, [this](lookup::Result result) { lookedUp(std::move(result)); })
+    , m_lookup(this, [this](lookup::Result result) { lookedUp(std::move(result)); })
 {
+}
+
+SourceLoop::~SourceLoop()
+{
+    deactiveTimer();
 }
 
 void SourceLoop::addSource(PlayerSource& source, int priority)
@@ -28,9 +40,9 @@ void SourceLoop::addSource(PlayerSource& source, int priority)
     while (at != m_sources.end() && at->priority <= priority)
         ++at;
     m_sources.insert(at, Ranked{priority, &source});
-    QObject::connect(&source, &PlayerSource::songChanged, &d,
+    QObject::connect(&source, &PlayerSource::songChanged, this,
                      [this, s = &source] { songNotice(s); });
-    QObject::connect(&source, &PlayerSource::runningChanged, &d, [this] { updateMusicSource(); });
+    QObject::connect(&source, &PlayerSource::runningChanged, this, [this] { updateMusicSource(); });
 }
 
 void SourceLoop::updateMusicSource()
@@ -42,45 +54,48 @@ void SourceLoop::updateMusicSource()
             break;
         }
     }
-    m_active = chosen;
+    if (chosen != m_active) {
+        m_active = chosen;
+        Q_EMIT playerChosen(chosen);
+    }
     QString title;
     if (chosen) {
         title = chosen->menuTitle();
-        d.m_state.setSourceKind(chosen->kind());
+        m_state.setSourceKind(chosen->kind());
         songNotice(chosen);
         activeTimer();
     } else {
-        d.m_state.setSourceKind(0);
+        m_state.setSourceKind(0);
         title = apptext::tr(apptext::kNoMusicSource);
-        songChanging();
-        d.m_state.setSong({}, {});
+        clearForSong();
+        m_state.setSong({}, {});
         // Names iTunes whatever the user's player: the message has always read so.
-        d.m_menu->setInfo(apptext::tr(apptext::kITunesNotRunning));
+        Q_EMIT statusChanged(apptext::tr(apptext::kITunesNotRunning));
         deactiveTimer();
     }
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setSourceTitle(title);
-    d.m_state.setSourceName(title);
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setSourceTitle(title);
+    m_state.setSourceName(title);
 }
 
 void SourceLoop::activeTimer()
 {
     deactiveTimer(); // never two
-    d.timer = d.m_env.timers();
-    if (d.timer)
-        d.timer->start(AppDelegate::kTickMs, [this] { update(); });
+    m_timer = m_timers ? m_timers() : nullptr;
+    if (m_timer)
+        m_timer->start(kTickMs, [this] { update(); });
 }
 
 void SourceLoop::deactiveTimer()
 {
-    if (d.timer)
-        d.timer->stop();
-    d.timer.reset();
+    if (m_timer)
+        m_timer->stop();
+    m_timer.reset();
 }
 
 void SourceLoop::update()
 {
-    if (!d.timer)
+    if (!m_timer)
         return;
     QElapsedTimer clock;
     clock.start();
@@ -92,7 +107,7 @@ void SourceLoop::update()
         foundation::systemLog(
             QStringLiteral("the update tick waited %1 ms for the player \"%2\"; it does not answer")
                 .arg(waited)
-                .arg(d.m_state.sourceName()));
+                .arg(m_state.sourceName()));
     m_stalled = waited >= kStallMs;
 }
 
@@ -112,42 +127,42 @@ void SourceLoop::tick(PlayerSource* source)
 void SourceLoop::songPresent(const PlayerSong& song, PlayerSource& source)
 {
     const QString panelTitle = QStringLiteral("%1-%2").arg(song.title, song.artist);
-    if (d.m_ports.uiLRCpanel)
-        d.m_ports.uiLRCpanel->setTitle(panelTitle);
-    d.m_state.setPanelTitle(panelTitle);
-    d.m_state.setSong(song.artist, song.title);
-    if (d._lrcAvailable)
+    if (m_ports.uiLRCpanel)
+        m_ports.uiLRCpanel->setTitle(panelTitle);
+    m_state.setPanelTitle(panelTitle);
+    m_state.setSong(song.artist, song.title);
+    if (m_shown.available)
         drive(source.location());
 }
 
 void SourceLoop::drive(float seconds)
 {
-    if (d.m_ports.appController)
-        d.m_ports.appController->updateTime(seconds);
-    Lyric* lyric = d.parser.get();
+    if (m_ports.appController)
+        m_ports.appController->updateTime(seconds);
+    Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
     const QString text = item ? item->content() : QString();
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->setContent(text);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(text);
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;
         m_litIndex = item ? int(lyric->indexOfItem(item)) : -1;
         m_litKnown = true;
     }
-    d.m_state.setLine(m_litIndex, text, seconds);
+    m_state.setLine(m_litIndex, text, seconds);
 }
 
 void SourceLoop::notPlaying(const QString& message)
 {
     const QString title = QLatin1String(apptext::kPanelTitle);
-    if (d.m_ports.uiLRCpanel)
-        d.m_ports.uiLRCpanel->setTitle(title);
-    d.m_state.setPanelTitle(title);
-    d.m_state.setSong({}, {});
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(nullptr);
-    d.m_menu->setInfo(message);
+    if (m_ports.uiLRCpanel)
+        m_ports.uiLRCpanel->setTitle(title);
+    m_state.setPanelTitle(title);
+    m_state.setSong({}, {});
+    if (m_ports.appController)
+        m_ports.appController->setParser(nullptr);
+    Q_EMIT statusChanged(message);
 }
 
 void SourceLoop::followTitle(const PlayerSource& source)
@@ -155,11 +170,11 @@ void SourceLoop::followTitle(const PlayerSource& source)
     if (&source != m_active)
         return;
     const QString title = source.menuTitle();
-    if (title.isEmpty() || title == d.m_state.sourceName())
+    if (title.isEmpty() || title == m_state.sourceName())
         return;
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setSourceTitle(title);
-    d.m_state.setSourceName(title);
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setSourceTitle(title);
+    m_state.setSourceName(title);
 }
 
 void SourceLoop::lyricInstalled()

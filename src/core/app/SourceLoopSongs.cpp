@@ -2,15 +2,16 @@
 // clears the displays and starts the lookup; its answer installs a lyric or asks the plug-in.
 #include "app/SourceLoop.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
 #include "app/LyricAcquisition.h"
 #include "app/LyricViewPort.h"
-#include "app/MenuState.h"
+#include "app/ShownLyric.h"
 #include "app/SingleLinePort.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
+#include "store/LyricsTrack.h"
 
 #include <QTimer>
 
@@ -39,44 +40,57 @@ void SourceLoop::handleSong(PlayerSource& source)
     const PlayerSource::Change change = source.readSongChange(song);
     if (change == PlayerSource::Change::None)
         return;
-    const bool available = d._lrcAvailable;
-    const int origin = d.m_state.lyricOrigin();
-    songChanging();
+    const bool available = m_shown.available;
+    const int origin = m_state.lyricOrigin();
+    clearForSong();
     // The old lyric drives the strip until the new one is found.
     if (rules.keepsLyricUntilFound && available) {
-        d._lrcAvailable = true;
-        d.m_state.setLyricLoaded(true);
-        d.m_state.setLyricOrigin(origin);
+        m_shown.available = true;
+        m_state.setLyricLoaded(true);
+        m_state.setLyricOrigin(origin);
     }
     if (change == PlayerSource::Change::NoSong)
         return;
-    d.m_state.setSong(song.artist, song.title);
-    if (d.m_env.settings.isShowChangeSongNotify()) {
+    m_state.setSong(song.artist, song.title);
+    Q_EMIT songChanged(song);
+    if (m_settings.isShowChangeSongNotify()) {
         if (const auto shown = source.announcement())
-            d.m_menu->showSongNotification(
-                {shown->title, shown->artist, shown->album, shown->duration});
+            Q_EMIT songAnnounced({shown->title, shown->artist, shown->album, shown->duration});
     }
     startSearch(song);
 }
 
-void SourceLoop::songChanging()
+// The tag is read here (a player's scripting call); the rest of the lookup runs off the main
+// thread.
+void SourceLoop::fetchLRC(const LyricsTrack& track)
+{
+    clearForSong();
+    PlayerSong song;
+    song.tagText = track.lyrics();
+    song.artist = track.artist();
+    song.title = track.name();
+    startSearch(song);
+}
+
+void SourceLoop::clearForSong()
 {
     ++m_generation;
-    d._lrcAvailable = false;
-    d.m_state.setLyricLoaded(false);
+    Q_EMIT songChanging(m_generation);
+    m_shown.available = false;
+    m_state.setLyricLoaded(false);
     lyricInstalled();
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(nullptr);
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->setContent(QString());
-    d.m_state.setLineText(QString());
+    if (m_ports.appController)
+        m_ports.appController->setParser(nullptr);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(QString());
+    m_state.setLineText(QString());
 }
 
 void SourceLoop::startSearch(const PlayerSong& song)
 {
-    d.m_state.setSong(song.artist, song.title);
+    m_state.setSong(song.artist, song.title);
     // A lyric kept with the audio file is at hand: no search is shown unless it is missing.
-    d.m_menu->setInfo(song.localFile.isEmpty() ? apptext::tr(apptext::kFetching) : QString());
+    Q_EMIT statusChanged(song.localFile.isEmpty() ? apptext::tr(apptext::kFetching) : QString());
     lookup::Request request;
     request.tagText = song.tagText;
     request.audioPath = song.localFile;
@@ -93,7 +107,7 @@ void SourceLoop::lookUp(lookup::Request request)
     m_awaiting = true;
     m_lookup.post(std::move(request));
     // A lookup held up by a file (a pipe nobody writes) is given up on; the search goes on.
-    QTimer::singleShot(LyricLookupWorker::kStuckMs, &d, [this, generation = m_generation] {
+    QTimer::singleShot(LyricLookupWorker::kStuckMs, this, [this, generation = m_generation] {
         if (generation != m_generation || !m_awaiting)
             return;
         foundation::systemLog(
@@ -114,7 +128,7 @@ void SourceLoop::lookedUp(lookup::Result result)
     m_awaiting = false;
     const bool coalesced = m_active && m_active->rules().coalesced;
     if (result.lyric) {
-        d.m_acquisition->installStored(std::move(result.lyric), result.origin);
+        m_acquisition.installStored(std::move(result.lyric), result.origin);
         // The lyric was at hand: lit now, not up to a tick (200 ms) later.
         if (coalesced)
             tick(m_active);
@@ -123,9 +137,9 @@ void SourceLoop::lookedUp(lookup::Result result)
     // The store's own rule: without an artist or a title no search is made at all.
     if (m_searchArtist.isEmpty() || m_searchTitle.isEmpty()) {
         if (coalesced)
-            d.m_acquisition->notAvailable(); // a file without a title: nothing more to ask
+            m_acquisition.notAvailable(); // a file without a title: nothing more to ask
         return;
     }
-    d.m_menu->setInfo(apptext::tr(apptext::kFetching));
-    d.m_acquisition->storeMissed(m_searchArtist, m_searchTitle);
+    Q_EMIT statusChanged(apptext::tr(apptext::kFetching));
+    m_acquisition.storeMissed(m_searchArtist, m_searchTitle);
 }
