@@ -18,7 +18,6 @@
 class ITunesPlayerSource;
 class JukoraControl;
 class JukoraPlayerSource;
-class LrcSaver;
 class LyricAcquisition;
 class LyricControl;
 class LyricManagerPort;
@@ -33,15 +32,14 @@ class PLHttpClient;
 class PluginHost;
 class PreferencesPort;
 class SearchWindowPort;
-class TrackItem;
 struct PLHttpError;
 
-// The application controller: owns the sources, the lyric being shown, the lyric store and
-// the windows, and drives the displays from one repeating timer. Its operations keep their
-// names; the work is done by four collaborators (SourceLoop: source choice and the update
-// tick; LyricAcquisition: finding, installing, saving and sharing lyrics; PluginHost: the
-// lyric plug-in; MenuState: the status menu, the modes and the windows). Everything on screen
-// is reached through the ports, so it runs headless.
+// The application controller: owns the players, the lyric being shown and the lyric store.
+// Its operations keep their names as thin calls; the work is done by four collaborators that
+// its constructor builds and wires (SourceLoop: the players and the update tick;
+// LyricAcquisition: installing, saving and sharing lyrics; PluginHost: the lyric plug-in;
+// MenuState: the status menu, the modes and the windows). Everything on screen is reached
+// through the ports, so it runs headless.
 class AppDelegate : public QObject, public LyricControlDelegate, public iTunesControlDelegate {
     Q_OBJECT
 public:

@@ -52,9 +52,6 @@ public:
     // Looks for the lyric of this track as a song change does.
     void fetchLRC(const LyricsTrack& track);
 
-    // The song change being answered; an answer for another one is dropped.
-    quint64 generation() const { return m_generation; }
-
 public Q_SLOTS:
     // A lyric was (re)installed: the lit line is looked up afresh.
     void lyricInstalled();
