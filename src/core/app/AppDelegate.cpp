@@ -1,22 +1,22 @@
 #include "app/AppDelegate.h"
 
+#include "app/ITunesPlayerSource.h"
+#include "app/JukoraPlayerSource.h"
 #include "app/LyricAcquisition.h"
 #include "app/LyricManagerPort.h"
 #include "app/MenuState.h"
-#include "app/MprisFollowedSource.h"
+#include "app/MprisPlayerSource.h"
 #include "app/NotificationPort.h"
 #include "app/PluginHost.h"
 #include "app/PreferencesPort.h"
+#include "app/QQMusicPlayerSource.h"
 #include "app/SearchWindowPort.h"
 #include "app/SingleLinePort.h"
 #include "app/SourceLoop.h"
 #include "app/WindowFactoryPort.h"
 #include "foundation/SystemLog.h"
-#include "http/PLHttpClient.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceQQMusic.h"
 #include "store/LyricControl.h"
 
 #include <QPointer>
@@ -31,47 +31,73 @@ AppDelegate* AppDelegate::s()
     return gController;
 }
 
+// The composition of the controller: each collaborator gets what it uses, and their signals
+// carry a song change one way: player -> SourceLoop -> LyricAcquisition (-> PluginHost) ->
+// the displays.
 AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent)
     : QObject(parent)
     , m_env(std::move(environment))
     , m_ports(ports)
-    , m_loop(std::make_unique<SourceLoop>(*this))
-    , m_acquisition(std::make_unique<LyricAcquisition>(*this))
-    , m_plugin(std::make_unique<PluginHost>(*this))
-    , m_menu(std::make_unique<MenuState>(*this))
 {
+    auto store = [this] { return lrcControl.get(); };
+    m_menu = std::make_unique<MenuState>(
+        m_env.settings, m_state, m_ports,
+        MenuState::Makers{[this]() -> std::unique_ptr<NotificationPort> {
+                              return m_ports.windows ? m_ports.windows->createNotification(*this)
+                                                     : nullptr;
+                          },
+                          store});
+    m_plugin = std::make_unique<PluginHost>(
+        m_env.settings, m_state, PluginHost::Loading{m_env.bundles, m_env.loader}, *this);
+    m_acquisition = std::make_unique<LyricAcquisition>(
+        m_env.settings, m_env.addresses, m_state, m_shown, *m_plugin,
+        LyricAcquisition::Context{m_ports, m_env.network, this,
+                                  [this]() -> std::unique_ptr<SearchWindowPort> {
+                                      return m_ports.windows
+                                                 ? m_ports.windows->createSearchWindow(*this)
+                                                 : nullptr;
+                                  },
+                                  store});
+    m_loop = std::make_unique<SourceLoop>(m_state, m_shown, m_env.settings, *m_acquisition, m_ports,
+                                          m_env.timers);
+
+    connect(m_loop.get(), &SourceLoop::playerChosen, m_acquisition.get(),
+            &LyricAcquisition::setPlayer);
+    connect(m_loop.get(), &SourceLoop::songChanging, m_plugin.get(), &PluginHost::songChanging);
+    connect(m_loop.get(), &SourceLoop::songAnnounced, m_menu.get(),
+            &MenuState::showSongNotification);
+    connect(m_acquisition.get(), &LyricAcquisition::lyricInstalled, m_loop.get(),
+            &SourceLoop::lyricInstalled);
+    connect(m_acquisition.get(), &LyricAcquisition::lyricPickedByHand, m_menu.get(),
+            &MenuState::reloadLyricView);
+    connect(m_loop.get(), &SourceLoop::statusChanged, m_menu.get(), &MenuState::setInfo);
+    connect(m_acquisition.get(), &LyricAcquisition::statusChanged, m_menu.get(),
+            &MenuState::setInfo);
+    connect(m_plugin.get(), &PluginHost::statusChanged, m_menu.get(), &MenuState::setInfo);
     gController = this;
 }
 
 AppDelegate::~AppDelegate()
 {
-    m_loop->deactiveTimer();
-    if (hcLrcPoster)
-        hcLrcPoster->cleanBeforeRelease();
-    hcLrcPoster.reset();
-    if (_itunesControl && _itunesControl->delegate() == this)
-        _itunesControl->setDelegate(nullptr);
-    if (m_followed == m_mpris.get())
-        m_followed = nullptr;
+    // The loop first: no tick, lookup answer or player notice reaches the others any more.
+    m_loop.reset();
+    m_acquisition.reset(); // the upload, the search window
+    m_followed = nullptr;
+    m_itunes.reset();
     m_mpris.reset();
-    DJControl.reset();
-    qqmusicControl.reset();
-    _lyricManagerWC.reset();
-    hcLRCfetcher.reset();
-    _notifyWC.reset();
+    m_jukora.reset();
+    m_qqmusic.reset();
+    m_menu.reset(); // its windows
+    m_plugin.reset();
     lrcControl.reset();
-    preferenceController.reset();
-    searchWC.reset();
-    parser.reset();
-    curTrackTunes.reset();
+    m_shown.parser.reset();
 }
 
 void AppDelegate::awakeFromNib()
 {
-    m_musicSource = 0;
     lrcControl = std::make_unique<LyricControl>();
     lrcControl->setDelegate(this);
-    _lrcAvailable = false;
+    m_shown.available = false;
     m_menu->setModeItems();
 }
 
@@ -82,27 +108,30 @@ void AppDelegate::applicationDidFinishLaunching()
     if (m_ports.windows)
         m_ports.windows->activateApplication();
     // Registering reports each player's state at once, so the source is chosen already here.
-    DJControl = std::make_unique<JukoraControl>(m_env.workspace, m_env.center);
-    DJControl->setCallBack(this, "djSongChanged", "djAppStateChanged");
-    qqmusicControl = std::make_unique<MusicSourceQQMusic>(m_env.workspace, m_env.center);
-    qqmusicControl->setCallBack(this, "qqmusicSongChanged", "updateMusicSource");
-    if (!m_followed && m_env.followMpris) {
-        m_mpris = std::make_unique<MprisFollowedSource>(m_env.workspace);
+    // Priority: QQMusic, Jukora, iTunes, then the last slot's player.
+    m_jukora = std::make_unique<JukoraPlayerSource>(m_env.workspace, m_env.center);
+    m_loop->addSource(*m_jukora, 1);
+    m_jukora->connectPlayer();
+    m_qqmusic = std::make_unique<QQMusicPlayerSource>(m_env.workspace, m_env.center);
+    m_loop->addSource(*m_qqmusic, 0);
+    m_qqmusic->connectPlayer();
+    if (m_followed) {
+        m_loop->addSource(*m_followed, 3);
+    } else if (m_env.followMpris) {
+        m_mpris = std::make_unique<MprisPlayerSource>(m_env.workspace);
         m_followed = m_mpris.get();
-        m_mpris->connectTo(this);
+        m_loop->addSource(*m_mpris, 3);
+        m_mpris->connectPlayer();
     }
-    _itunesControl = &m_env.itunes;
-    _itunesControl->setDelegate(this);
-    curTrackTunes = _itunesControl->currentTrack();
-    m_curDBid = -1;
+    m_itunes = std::make_unique<ITunesPlayerSource>(m_env.itunes);
+    m_loop->addSource(*m_itunes, 2);
     // Kept when a search at registration already installed one: the view may hold it.
-    if (!parser)
-        parser = std::make_unique<Lyric>();
+    if (!m_shown.parser)
+        m_shown.parser = std::make_unique<Lyric>();
     m_plugin->install();
-    shouldUpdateLRC = false;
     if (m_ports.singleLineControl)
         m_ports.singleLineControl->loadWindow();
-    _isLrcWindowVisible = false;
+    m_menu->startHidden();
     toggleLyricsWindow();
     updateMusicSource();
     // The launch page view is recorded in the log; nothing is sent.
@@ -129,17 +158,18 @@ void AppDelegate::deactiveTimer()
 {
     m_loop->deactiveTimer();
 }
+// The sources' operations, each a thin call into the loop for its player.
 void AppDelegate::updateAppItunes()
 {
-    m_loop->updateAppItunes();
+    m_loop->tick(m_itunes.get());
 }
 void AppDelegate::updateAppQQMusic()
 {
-    m_loop->updateAppQQMusic();
+    m_loop->tick(m_qqmusic.get());
 }
 void AppDelegate::updateAppJukora()
 {
-    m_loop->updateAppJukora();
+    m_loop->tick(m_jukora.get());
 }
 void AppDelegate::updateMusicSource()
 {
@@ -147,7 +177,7 @@ void AppDelegate::updateMusicSource()
 }
 void AppDelegate::djSongChanged()
 {
-    m_loop->djSongChanged();
+    m_loop->songNotice(m_jukora.get());
 }
 void AppDelegate::djAppStateChanged()
 {
@@ -155,27 +185,64 @@ void AppDelegate::djAppStateChanged()
 }
 void AppDelegate::qqmusicSongChanged()
 {
-    m_loop->qqmusicSongChanged();
+    m_loop->songNotice(m_qqmusic.get());
 }
 void AppDelegate::mprisSongChanged()
 {
-    m_loop->followedSongChanged();
+    m_loop->songNotice(m_followed);
 }
 
-void AppDelegate::iTunesCB_AppLifeCycleChanged(bool /*alive*/)
+void AppDelegate::iTunesCB_AppLifeCycleChanged(bool alive)
 {
-    updateMusicSource();
+    if (m_itunes)
+        m_itunes->iTunesCB_AppLifeCycleChanged(alive);
 }
 
 void AppDelegate::iTunesCB_TrackDidChange(const std::optional<itunes::Track>& track)
 {
-    const bool exists = track && track->exists();
-    m_loop->iTunesTrackDidChange(exists, exists ? track->databaseID() : -1);
+    if (m_itunes)
+        m_itunes->iTunesCB_TrackDidChange(track);
+}
+
+int AppDelegate::musicSource() const
+{
+    const PlayerSource* active = m_loop ? m_loop->active() : nullptr;
+    return active ? active->kind() : 0;
+}
+
+JukoraControl* AppDelegate::djControl() const
+{
+    return m_jukora ? &m_jukora->control() : nullptr;
+}
+
+MusicSourceQQMusic* AppDelegate::qqmusic() const
+{
+    return m_qqmusic ? &m_qqmusic->control() : nullptr;
+}
+
+bool AppDelegate::isLrcWindowVisible() const
+{
+    return m_menu->isLrcWindowVisible();
+}
+
+bool AppDelegate::timerRunning() const
+{
+    return m_loop && m_loop->timerRunning();
+}
+
+QObject* AppDelegate::lrcFetcher() const
+{
+    return m_plugin ? m_plugin->fetcher() : nullptr;
+}
+
+qint64 AppDelegate::curDBid() const
+{
+    return m_itunes ? m_itunes->databaseID() : -1;
 }
 
 void AppDelegate::fetchLRC(const itunes::Track& track)
 {
-    m_acquisition->fetchLRC(track);
+    m_loop->fetchLRC(track);
 }
 
 void AppDelegate::controlLrcFetched(LyricControl& /*control*/, std::unique_ptr<Lyric> lyric,
@@ -228,8 +295,6 @@ void AppDelegate::showSearchWindow()
 }
 void AppDelegate::setupLRCcontent(const QString& text)
 {
-    if (!parser)
-        parser = std::make_unique<Lyric>();
     m_acquisition->setupLRCcontent(text);
 }
 

@@ -3,6 +3,8 @@
 #include "app/AppEnvironment.h"
 #include "app/AppPorts.h"
 #include "app/AppState.h"
+#include "app/ShownLyric.h"
+#include "app/SourceLoop.h"
 #include "app/StatusMenuPort.h"
 #include "sources/iTunesControl.h"
 #include "store/LyricControlDelegate.h"
@@ -13,35 +15,35 @@
 #include <memory>
 #include <optional>
 
-class FollowedSource;
+class ITunesPlayerSource;
 class JukoraControl;
-class LrcSaver;
+class JukoraPlayerSource;
 class LyricAcquisition;
 class LyricControl;
 class LyricManagerPort;
 class Lyric;
 class MenuState;
-class MprisFollowedSource;
+class MprisPlayerSource;
 class MusicSourceQQMusic;
+class PlayerSource;
+class QQMusicPlayerSource;
 class NotificationPort;
 class PLHttpClient;
 class PluginHost;
 class PreferencesPort;
 class SearchWindowPort;
-class SourceLoop;
-class TrackItem;
 struct PLHttpError;
 
-// The application controller: owns the sources, the lyric being shown, the lyric store and
-// the windows, and drives the displays from one repeating timer. Its operations keep their
-// names; the work is done by four collaborators (SourceLoop: source choice and the update
-// tick; LyricAcquisition: finding, installing, saving and sharing lyrics; PluginHost: the
-// lyric plug-in; MenuState: the status menu, the modes and the windows). Everything on screen
-// is reached through the ports, so it runs headless.
+// The application controller: owns the players, the lyric being shown and the lyric store.
+// Its operations keep their names as thin calls; the work is done by four collaborators that
+// its constructor builds and wires (SourceLoop: the players and the update tick;
+// LyricAcquisition: installing, saving and sharing lyrics; PluginHost: the lyric plug-in;
+// MenuState: the status menu, the modes and the windows). Everything on screen is reached
+// through the ports, so it runs headless.
 class AppDelegate : public QObject, public LyricControlDelegate, public iTunesControlDelegate {
     Q_OBJECT
 public:
-    static constexpr int kTickMs = 200;
+    static constexpr int kTickMs = SourceLoop::kTickMs;
     static constexpr char kTrackerAccount[] = "UA-1357913-5";
 
     AppDelegate(AppEnvironment environment, AppPorts ports, QObject* parent = nullptr);
@@ -55,8 +57,9 @@ public:
     void applicationDidFinishLaunching();
     // Writes the settings out; only a normal exit does.
     void applicationWillTerminate();
-    // Optional source of the last priority (kind 4); set before launching. Not owned.
-    void setFollowedSource(FollowedSource* source) { m_followed = source; }
+    // Optional source of the last priority (kind 4) instead of the MPRIS one; set before
+    // launching. Not owned.
+    void setFollowedSource(PlayerSource* source) { m_followed = source; }
 
     // The update loop.
     void update();
@@ -91,7 +94,7 @@ public:
     // Plug-ins.
     QStringList allBundles() const;
     std::unique_ptr<QObject> loadLyricPlugin();
-    bool isLyricPluginLoaded() const { return hcLRCfetcher != nullptr; }
+    bool isLyricPluginLoaded() const { return lrcFetcher() != nullptr; }
 
     // Sources' delegate callbacks.
     void iTunesCB_AppLifeCycleChanged(bool alive) override;
@@ -104,16 +107,16 @@ public:
     void controlLrcFetchFailed(LyricControl& control, const QString* error, int type) override;
 
     // Read access for the windows, the D-Bus service and tests.
-    int musicSource() const { return m_musicSource; }
-    JukoraControl* djControl() const { return DJControl.get(); }
-    MusicSourceQQMusic* qqmusic() const { return qqmusicControl.get(); }
+    int musicSource() const;
+    JukoraControl* djControl() const;
+    MusicSourceQQMusic* qqmusic() const;
     LyricControl* lyricControl() const { return lrcControl.get(); }
-    Lyric* lyric() const { return parser.get(); }
-    bool lrcAvailable() const { return _lrcAvailable; }
-    bool isLrcWindowVisible() const { return _isLrcWindowVisible; }
-    qint64 curDBid() const { return m_curDBid; }
-    bool timerRunning() const { return timer != nullptr; }
-    QObject* lrcFetcher() const { return hcLRCfetcher.get(); }
+    Lyric* lyric() const { return m_shown.parser.get(); }
+    bool lrcAvailable() const { return m_shown.available; }
+    bool isLrcWindowVisible() const;
+    qint64 curDBid() const;
+    bool timerRunning() const;
+    QObject* lrcFetcher() const;
     AppState& state() { return m_state; }
     Settings& settings() const { return m_env.settings; }
 
@@ -142,39 +145,21 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
-    friend class SourceLoop;
-    friend class LyricAcquisition;
-    friend class PluginHost;
-    friend class MenuState;
-
     AppEnvironment m_env;
     AppPorts m_ports;
     AppState m_state;
-
-    // Fields, as the controller has always named them.
-    int m_musicSource = 0;
-    std::unique_ptr<JukoraControl> DJControl;
-    std::unique_ptr<NotificationPort> _notifyWC;
-    std::unique_ptr<LyricManagerPort> _lyricManagerWC;
-    std::unique_ptr<UpdateTimer> timer;
-    std::optional<itunes::Track> curTrackTunes;
-    qint64 m_curDBid = -1;
-    std::unique_ptr<Lyric> parser;
-    bool shouldUpdateLRC = false;
-    std::unique_ptr<SearchWindowPort> searchWC;
-    bool _lrcAvailable = false;
-    bool _isLrcWindowVisible = false;
-    std::unique_ptr<PreferencesPort> preferenceController;
-    std::unique_ptr<QObject> hcLRCfetcher;
-    iTunesControl* _itunesControl = nullptr;
+    ShownLyric m_shown;
     std::unique_ptr<LyricControl> lrcControl;
-    std::unique_ptr<PLHttpClient> hcLrcPoster;
-    std::unique_ptr<MusicSourceQQMusic> qqmusicControl;
-    FollowedSource* m_followed = nullptr;
-    std::unique_ptr<MprisFollowedSource> m_mpris; // when the environment asks for it
+    // The players, in the order they are registered; the loop keeps their priority.
+    std::unique_ptr<JukoraPlayerSource> m_jukora;
+    std::unique_ptr<QQMusicPlayerSource> m_qqmusic;
+    std::unique_ptr<MprisPlayerSource> m_mpris; // when the environment asks for it
+    std::unique_ptr<ITunesPlayerSource> m_itunes;
+    PlayerSource* m_followed = nullptr; // the last priority's player
 
-    std::unique_ptr<SourceLoop> m_loop;
-    std::unique_ptr<LyricAcquisition> m_acquisition;
-    std::unique_ptr<PluginHost> m_plugin;
+    // The collaborators, each built on what it uses and wired in the constructor.
     std::unique_ptr<MenuState> m_menu;
+    std::unique_ptr<PluginHost> m_plugin;
+    std::unique_ptr<LyricAcquisition> m_acquisition;
+    std::unique_ptr<SourceLoop> m_loop;
 };

@@ -1,24 +1,46 @@
 #pragma once
 
+#include "app/AppPorts.h"
+
+#include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
-class AppDelegate;
+class AppState;
 class Lyric;
-class LyricsTrack;
+class LyricControl;
+class PLHttpClient;
+class PlayerSource;
+class PluginHost;
+class QNetworkAccessManager;
+class SearchWindowPort;
+class ServiceAddresses;
+class Settings;
+struct ShownLyric;
 
-// Finding a lyric for the song (track tag, lyrics folder, plug-in, in turn), installing what
-// is found, saving it by the user's settings, sharing online finds, and the manual search.
-class LyricAcquisition {
+// Installing what the lookup or the plug-in found, asking the plug-in when nothing was at
+// hand, saving a lyric by the user's settings and the followed player's rules, sharing online
+// finds, and the manual search.
+class LyricAcquisition : public QObject {
+    Q_OBJECT
 public:
-    explicit LyricAcquisition(AppDelegate& d)
-        : d(d)
-    {
-    }
+    // What it is built on besides its references.
+    struct Context {
+        AppPorts ports;                           // the view (setParser), the desktop (help page)
+        QNetworkAccessManager* network = nullptr; // for the sharing upload; null: the thread's
+        QObject* httpDelegate = nullptr;          // told of the upload's answer
+        std::function<std::unique_ptr<SearchWindowPort>()> searchWindow;
+        std::function<LyricControl*()> store; // the lyric store; may be null
+    };
 
-    void fetchLRC(const LyricsTrack& track);
+    LyricAcquisition(Settings& settings, ServiceAddresses& addresses, AppState& state,
+                     ShownLyric& shown, PluginHost& plugin, Context context);
+    ~LyricAcquisition() override;
+
     void installStored(std::unique_ptr<Lyric> lyric, int source);
     // Nothing at hand for the song: the plug-in is asked.
     void storeMissed(const QString& artist, const QString& song);
@@ -33,13 +55,33 @@ public:
     // The form the sharing service takes, each value escaped.
     static QString uploadBody(const QString& artist, const QString& content, const QString& title);
 
+public Q_SLOTS:
+    // The player followed now (null: none); its rules say how its lyrics are saved.
+    void setPlayer(PlayerSource* player) { m_player = player; }
+
+Q_SIGNALS:
+    // A lyric is on the displays, from this origin (AppState::Origin).
+    void lyricInstalled(int origin);
+    // The user picked a lyric by hand: the displays reload their settings.
+    void lyricPickedByHand();
+    // A message for the displays; empty clears it.
+    void statusChanged(const QString& status);
+
 private:
     void installed(int origin);
     void upload(const QString& artist, const QString& content, const QString& title);
+    void save(Lyric& lyric, int origin, bool toDisk, bool overwrite);
     // Writes to the lyrics folder; reports in the system log when the file did not land.
-    void saveToFolder(const Lyric& lyric, const QString& artist, const QString& title,
-                      bool overwrite);
-    void saveToTrack(Lyric& lyric);
+    void saveToFolder(LyricControl& store, const Lyric& lyric, const QString& artist,
+                      const QString& title, bool overwrite);
 
-    AppDelegate& d;
+    Settings& m_settings;
+    ServiceAddresses& m_addresses;
+    AppState& m_state;
+    ShownLyric& m_shown;
+    PluginHost& m_plugin;
+    Context m_context;
+    QPointer<PlayerSource> m_player;
+    std::unique_ptr<SearchWindowPort> m_searchWC;
+    std::unique_ptr<PLHttpClient> m_poster;
 };

@@ -1,6 +1,6 @@
 #include "app/MenuState.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
 #include "app/LyricManagerPort.h"
 #include "app/LyricPanelPort.h"
@@ -11,21 +11,31 @@
 #include "app/WindowFactoryPort.h"
 #include "settings/Settings.h"
 
+MenuState::MenuState(Settings& settings, AppState& state, AppPorts ports, Makers makers)
+    : m_settings(settings)
+    , m_state(state)
+    , m_ports(ports)
+    , m_makers(std::move(makers))
+{
+}
+
+MenuState::~MenuState() = default;
+
 void MenuState::setModeItems()
 {
-    const int style = d.m_env.settings.lyricStyle();
-    if (d.m_ports.statusMenu) {
-        d.m_ports.statusMenu->setModeStreamOn(style == 0);
-        d.m_ports.statusMenu->setModeLineOn(style != 0);
+    const int style = m_settings.lyricStyle();
+    if (m_ports.statusMenu) {
+        m_ports.statusMenu->setModeStreamOn(style == 0);
+        m_ports.statusMenu->setModeLineOn(style != 0);
     }
-    d.m_state.setMode(style);
+    m_state.setMode(style);
 }
 
 void MenuState::toggleLyricsWindow()
 {
-    d._isLrcWindowVisible = !d._isLrcWindowVisible;
-    d.m_state.setLyricWindowVisible(d._isLrcWindowVisible);
-    if (!d._isLrcWindowVisible)
+    m_isLrcWindowVisible = !m_isLrcWindowVisible;
+    m_state.setLyricWindowVisible(m_isLrcWindowVisible);
+    if (!m_isLrcWindowVisible)
         hideMainWindow();
     else
         showMainWindow();
@@ -33,68 +43,68 @@ void MenuState::toggleLyricsWindow()
 
 void MenuState::showMainWindow()
 {
-    if (d.m_env.settings.lyricStyle() != 0) {
-        if (d.m_ports.singleLineControl && d.m_ports.singleLineControl->window())
-            d.m_ports.singleLineControl->window()->orderFrontRegardless();
-    } else if (d.m_ports.uiLRCpanel) {
-        d.m_ports.uiLRCpanel->orderFrontRegardless();
+    if (m_settings.lyricStyle() != 0) {
+        if (m_ports.singleLineControl && m_ports.singleLineControl->window())
+            m_ports.singleLineControl->window()->orderFrontRegardless();
+    } else if (m_ports.uiLRCpanel) {
+        m_ports.uiLRCpanel->orderFrontRegardless();
     }
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kHideLRC));
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kHideLRC));
 }
 
 void MenuState::hideMainWindow()
 {
-    if (d.m_ports.singleLineControl && d.m_ports.singleLineControl->window())
-        d.m_ports.singleLineControl->window()->close();
-    if (d.m_ports.uiLRCpanel)
-        d.m_ports.uiLRCpanel->close();
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kShowLRC));
+    if (m_ports.singleLineControl && m_ports.singleLineControl->window())
+        m_ports.singleLineControl->window()->close();
+    if (m_ports.uiLRCpanel)
+        m_ports.uiLRCpanel->close();
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kShowLRC));
 }
 
 void MenuState::changeLrcMode(StatusMenuPort::Item sender)
 {
     const bool stream = sender == StatusMenuPort::Item::ModeStream;
-    if (d.m_ports.statusMenu) {
-        d.m_ports.statusMenu->setModeStreamOn(stream);
-        d.m_ports.statusMenu->setModeLineOn(!stream);
+    if (m_ports.statusMenu) {
+        m_ports.statusMenu->setModeStreamOn(stream);
+        m_ports.statusMenu->setModeLineOn(!stream);
     }
     changeLrcModeTo(stream ? 0 : 1);
 }
 
-// Leaves _isLrcWindowVisible alone, also when the window was hidden: the new mode's window
+// Leaves the window's visible flag alone, also when the window was hidden: the new mode's window
 // shows and the toggle item reads "Hide LRC" while the flag still says hidden. Kept so.
 void MenuState::changeLrcModeTo(int mode)
 {
-    if (mode == d.m_env.settings.lyricStyle())
+    if (mode == m_settings.lyricStyle())
         return;
     hideMainWindow();
-    d.m_env.settings.setLyricStyle(mode);
-    d.m_state.setMode(mode);
+    m_settings.setLyricStyle(mode);
+    m_state.setMode(mode);
     showMainWindow();
 }
 
 void MenuState::activate()
 {
-    if (d.m_ports.windows)
-        d.m_ports.windows->activateApplication();
+    if (m_ports.windows)
+        m_ports.windows->activateApplication();
 }
 
 void MenuState::showPreferencePanel()
 {
-    if (!d.preferenceController && d.m_ports.windows)
-        d.preferenceController = d.m_ports.windows->createPreferences();
+    if (!m_preferenceController && m_ports.windows)
+        m_preferenceController = m_ports.windows->createPreferences();
     activate();
-    if (d.preferenceController)
-        d.preferenceController->centerAndShow();
+    if (m_preferenceController)
+        m_preferenceController->centerAndShow();
 }
 
 void MenuState::showAbout()
 {
     activate();
-    if (d.m_ports.windows)
-        d.m_ports.windows->showAbout();
+    if (m_ports.windows)
+        m_ports.windows->showAbout();
 }
 
 void MenuState::showLyricManager()
@@ -106,57 +116,50 @@ void MenuState::showLyricManager()
 
 LyricManagerPort* MenuState::lyricManagerWC()
 {
-    if (!d._lyricManagerWC && d.m_ports.windows) {
-        d._lyricManagerWC = d.m_ports.windows->createLyricManager();
-        if (d._lyricManagerWC)
-            d._lyricManagerWC->setLyricControl(d.lrcControl.get());
+    if (!m_lyricManagerWC && m_ports.windows) {
+        m_lyricManagerWC = m_ports.windows->createLyricManager();
+        if (m_lyricManagerWC)
+            m_lyricManagerWC->setLyricControl(m_makers.store ? m_makers.store() : nullptr);
     }
-    return d._lyricManagerWC.get();
-}
-
-void MenuState::showSongNotification()
-{
-    if (d.curTrackTunes)
-        showSongNotification({d.curTrackTunes->name(), d.curTrackTunes->artist(),
-                              d.curTrackTunes->album(), d.curTrackTunes->duration()});
+    return m_lyricManagerWC.get();
 }
 
 void MenuState::showSongNotification(const NotificationPort::Track& track)
 {
-    if (d._notifyWC) {
-        d._notifyWC->disappear();
-        d._notifyWC->close();
-        d._notifyWC.reset();
+    if (m_notifyWC) {
+        m_notifyWC->disappear();
+        m_notifyWC->close();
+        m_notifyWC.reset();
     }
-    if (!d.m_ports.windows)
+    if (!m_makers.notification)
         return;
-    d._notifyWC = d.m_ports.windows->createNotification(d);
-    if (d._notifyWC)
-        d._notifyWC->showTrack(track);
+    m_notifyWC = m_makers.notification();
+    if (m_notifyWC)
+        m_notifyWC->showTrack(track);
 }
 
 void MenuState::notificationCanBeRemoved()
 {
-    if (!d._notifyWC)
+    if (!m_notifyWC)
         return;
-    d._notifyWC->close();
-    d._notifyWC.reset();
+    m_notifyWC->close();
+    m_notifyWC.reset();
 }
 
 void MenuState::setInfo(const QString& info)
 {
-    if (d.m_ports.appController)
-        d.m_ports.appController->setInfo(info);
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->setContent(info);
-    d.m_state.setStatus(info);
-    d.m_state.setLineText(info);
+    if (m_ports.appController)
+        m_ports.appController->setInfo(info);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(info);
+    m_state.setStatus(info);
+    m_state.setLineText(info);
 }
 
 void MenuState::reloadLyricView()
 {
-    if (d.m_ports.appController)
-        d.m_ports.appController->updateConfigs();
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->updateFromSettings();
+    if (m_ports.appController)
+        m_ports.appController->updateConfigs();
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->updateFromSettings();
 }

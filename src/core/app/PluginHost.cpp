@@ -1,24 +1,37 @@
 #include "app/PluginHost.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
+#include "app/AppTexts.h"
 #include "app/LrcFetcherProtocol.h"
-#include "app/LyricAcquisition.h"
 #include "app/LyricPluginLoader.h"
-#include "app/SourceLoop.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
-#include "sources/MusicSourceKind.h"
 
 #include <QPointer>
 #include <QTimer>
 
 #include <exception>
 
+PluginHost::PluginHost(Settings& settings, AppState& state, Loading loading, QObject& answerTo)
+    : m_settings(settings)
+    , m_state(state)
+    , m_loading(std::move(loading))
+    , m_answerTo(answerTo)
+{
+}
+
+PluginHost::~PluginHost() = default;
+
+void PluginHost::notAvailable()
+{
+    Q_EMIT statusChanged(apptext::tr(apptext::kNotAvailable));
+}
+
 QStringList PluginHost::allBundles() const
 {
-    if (d.m_env.bundles)
-        return d.m_env.bundles();
+    if (m_loading.bundles)
+        return m_loading.bundles();
     return LyricPluginLoader::allBundles(LyricPluginLoader::searchFolders());
 }
 
@@ -26,30 +39,29 @@ std::unique_ptr<QObject> PluginHost::loadLyricPlugin()
 {
     const QStringList bundles = allBundles();
     LyricPluginLoader::Loaded loaded =
-        d.m_env.loader ? d.m_env.loader(bundles) : LyricPluginLoader::loadLyricPlugin(bundles);
+        m_loading.loader ? m_loading.loader(bundles) : LyricPluginLoader::loadLyricPlugin(bundles);
     m_info = loaded.fetcher ? loaded.info : QString();
     if (loaded.fetcher)
-        d.m_env.settings.setLrcPluginInfo(loaded.info);
+        m_settings.setLrcPluginInfo(loaded.info);
     return std::move(loaded.fetcher);
 }
 
 void PluginHost::install()
 {
-    d.hcLRCfetcher = loadLyricPlugin();
-    if (d.hcLRCfetcher) {
+    m_fetcher = loadLyricPlugin();
+    if (m_fetcher) {
         call(lrcfetcher::kSetDelegate, [this](QObject* fetcher) {
-            return QMetaObject::invokeMethod(fetcher, "setDelegate",
-                                             Q_ARG(QObject*, static_cast<QObject*>(&d)));
+            return QMetaObject::invokeMethod(fetcher, "setDelegate", Q_ARG(QObject*, &m_answerTo));
         });
     }
-    d.m_env.settings.setIsHaveLrcPlugin(d.hcLRCfetcher != nullptr);
-    d.m_state.setPluginInfo(m_info);
+    m_settings.setIsHaveLrcPlugin(m_fetcher != nullptr);
+    m_state.setPluginInfo(m_info);
 }
 
 // Calls into the plug-in; a plug-in that lacks the method or throws is reported.
 bool PluginHost::call(const char* method, const std::function<bool(QObject*)>& invoke)
 {
-    QObject* fetcher = d.hcLRCfetcher.get();
+    QObject* fetcher = m_fetcher.get();
     if (!fetcher)
         return false;
     try {
@@ -68,19 +80,17 @@ bool PluginHost::call(const char* method, const std::function<bool(QObject*)>& i
 }
 
 void PluginHost::search(const QString& artist, const QString& song, const QString& album,
-                        double duration)
+                        double duration, bool oneAtATime)
 {
-    if (!d.hcLRCfetcher) {
-        d.m_acquisition->notAvailable(); // as a failed download would
+    if (!m_fetcher) {
+        notAvailable(); // as a failed download would
         return;
     }
-    // The players of old answer every search, late ones included; an MPRIS player's songs are
-    // searched one at a time and an answer for an earlier song is dropped.
-    if (d.m_musicSource != MusicSourceKindMpris) {
+    if (!oneAtATime) {
         send({artist, song, album, duration});
         return;
     }
-    const quint64 generation = d.m_loop->generation();
+    const quint64 generation = m_generation;
     if (m_busy) {
         // The search in flight already answers this song; a newer song's search waits.
         if (generation != m_busyFor) {
@@ -100,7 +110,7 @@ void PluginHost::send(const Search& s)
     const double duration = s.duration;
     const int serial = ++m_listsAsked;
     bool sent = false;
-    if (lrcfetcher::answers(d.hcLRCfetcher.get(), lrcfetcher::kListForArtistSongAlbumDuration)) {
+    if (lrcfetcher::answers(m_fetcher.get(), lrcfetcher::kListForArtistSongAlbumDuration)) {
         sent = call(lrcfetcher::kListForArtistSongAlbumDuration, [&](QObject* fetcher) {
             return QMetaObject::invokeMethod(fetcher, "lyricsListForArtist", Q_ARG(QString, artist),
                                              Q_ARG(QString, song), Q_ARG(QString, album),
@@ -114,7 +124,7 @@ void PluginHost::send(const Search& s)
     }
     if (!sent) {
         ++m_listsAnswered;
-        d.m_acquisition->notAvailable();
+        notAvailable();
         finished();
         return;
     }
@@ -129,7 +139,7 @@ void PluginHost::download(const QVariant& item)
     });
     if (!sent) {
         ++m_contentsAnswered;
-        d.m_acquisition->notAvailable();
+        notAvailable();
         finished();
         return;
     }
@@ -152,7 +162,7 @@ bool PluginHost::answerExpected(int& asked, int& answered, const char* what)
 
 void PluginHost::watch(int& answered, int serial, const QString& what)
 {
-    QObject* fetcher = d.hcLRCfetcher.get();
+    QObject* fetcher = m_fetcher.get();
     QTimer::singleShot(kAnswerLimitMs, fetcher, [this, &answered, serial, what] {
         if (answered >= serial)
             return;
@@ -165,7 +175,7 @@ void PluginHost::watch(int& answered, int serial, const QString& what)
 
 bool PluginHost::stale() const
 {
-    return m_busy && m_busyFor != d.m_loop->generation();
+    return m_busy && m_busyFor != m_generation;
 }
 
 void PluginHost::finished()
@@ -193,7 +203,7 @@ bool PluginHost::acceptList(const QVariantList& items)
             QStringLiteral("the lyric plug-in answered a search result that is not a map (%1); "
                            "ignored")
                 .arg(QString::fromLatin1(items.first().typeName())));
-        d.m_acquisition->notAvailable();
+        notAvailable();
         finished();
         return false;
     }
@@ -224,7 +234,7 @@ bool PluginHost::acceptContent(const QString& text)
         foundation::systemLog(QStringLiteral("the lyric plug-in answered a text of %1 characters, "
                                              "more than a lyric holds; ignored")
                                   .arg(text.size()));
-        d.m_acquisition->notAvailable();
+        notAvailable();
         return false;
     }
     Lyric check;
@@ -233,7 +243,7 @@ bool PluginHost::acceptContent(const QString& text)
         foundation::systemLog(QStringLiteral("the lyric plug-in answered a text of %1 characters "
                                              "without any timed line; ignored")
                                   .arg(text.size()));
-        d.m_acquisition->notAvailable();
+        notAvailable();
         return false;
     }
     return true;

@@ -1,96 +1,105 @@
 #include "app/SourceLoop.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
-#include "app/FollowedSource.h"
-#include "app/LyricAcquisition.h"
 #include "app/LyricPanelPort.h"
 #include "app/LyricViewPort.h"
-#include "app/MenuState.h"
+#include "app/ShownLyric.h"
 #include "app/SingleLinePort.h"
-#include "foundation/StringAdditions.h"
+#include "app/StatusMenuPort.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
-#include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "store/LyricControl.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
-#include <QTimer>
 
-SourceLoop::SourceLoop(AppDelegate& d)
-    : d(d)
-    , m_changes(&d, [this] { handleFollowed(); })
-    , m_lookup(&d, [this](lookup::Result result) { lookedUp(std::move(result)); })
+SourceLoop::SourceLoop(AppState& state, ShownLyric& shown, Settings& settings,
+                       LyricAcquisition& acquisition, AppPorts ports, UpdateTimer::Factory timers)
+    : m_state(state)
+    , m_shown(shown)
+    , m_settings(settings)
+    , m_acquisition(acquisition)
+    , m_ports(ports)
+    , m_timers(std::move(timers))
+    , m_changes(this,
+                [this] {
+                    if (m_noticed)
+                        handleSong(*m_noticed);
+                })
+    , m_lookup(this, [this](lookup::Result result) { lookedUp(std::move(result)); })
 {
+}
+
+SourceLoop::~SourceLoop()
+{
+    deactiveTimer();
+}
+
+void SourceLoop::addSource(PlayerSource& source, int priority)
+{
+    auto at = m_sources.begin();
+    while (at != m_sources.end() && at->priority <= priority)
+        ++at;
+    m_sources.insert(at, Ranked{priority, &source});
+    QObject::connect(&source, &PlayerSource::songChanged, this,
+                     [this, s = &source] { songNotice(s); });
+    QObject::connect(&source, &PlayerSource::runningChanged, this, [this] { updateMusicSource(); });
 }
 
 void SourceLoop::updateMusicSource()
 {
-    QString title;
-    if (d.qqmusicControl && d.qqmusicControl->isRunning()) {
-        title = apptext::tr(d.qqmusicControl->name().toUtf8().constData());
-        d.m_musicSource = MusicSourceKindQQMusic;
-        d.m_state.setSourceKind(d.m_musicSource);
-        qqmusicSongChanged();
-    } else if (d.DJControl && d.DJControl->isRunning()) {
-        title = apptext::tr(apptext::kJukora);
-        d.m_musicSource = MusicSourceKindJukora;
-        d.m_state.setSourceKind(d.m_musicSource);
-        djSongChanged();
-    } else if (d._itunesControl && d._itunesControl->app().isRunning()) {
-        title = apptext::tr(apptext::kITunes);
-        d.m_musicSource = MusicSourceKindITunes;
-        d.m_state.setSourceKind(d.m_musicSource);
-        d.iTunesCB_TrackDidChange(d._itunesControl->currentTrack());
-    } else if (d.m_followed && d.m_followed->isRunning()) {
-        title = d.m_followed->menuTitle();
-        d.m_musicSource = MusicSourceKindMpris;
-        d.m_state.setSourceKind(d.m_musicSource);
-        followedSongChanged();
-    } else {
-        d.m_musicSource = MusicSourceKindNone;
-        d.m_state.setSourceKind(d.m_musicSource);
-        title = apptext::tr(apptext::kNoMusicSource);
-        songChanging();
-        d.m_state.setSong({}, {});
-        // Names iTunes whatever the user's player: the message has always read so.
-        d.m_menu->setInfo(apptext::tr(apptext::kITunesNotRunning));
+    PlayerSource* chosen = nullptr;
+    for (const Ranked& ranked : m_sources) {
+        if (ranked.source && ranked.source->isRunning()) {
+            chosen = ranked.source;
+            break;
+        }
     }
-    if (d.m_musicSource != MusicSourceKindNone)
+    if (chosen != m_active) {
+        m_active = chosen;
+        Q_EMIT playerChosen(chosen);
+    }
+    QString title;
+    if (chosen) {
+        title = chosen->menuTitle();
+        m_state.setSourceKind(chosen->kind());
+        songNotice(chosen);
         activeTimer();
-    else
+    } else {
+        m_state.setSourceKind(0);
+        title = apptext::tr(apptext::kNoMusicSource);
+        clearForSong();
+        m_state.setSong({}, {});
+        // Names iTunes whatever the user's player: the message has always read so.
+        Q_EMIT statusChanged(apptext::tr(apptext::kITunesNotRunning));
         deactiveTimer();
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setSourceTitle(title);
-    d.m_state.setSourceName(title);
+    }
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setSourceTitle(title);
+    m_state.setSourceName(title);
 }
 
 void SourceLoop::activeTimer()
 {
     deactiveTimer(); // never two
-    d.timer = d.m_env.timers();
-    if (d.timer)
-        d.timer->start(AppDelegate::kTickMs, [this] { update(); });
+    m_timer = m_timers ? m_timers() : nullptr;
+    if (m_timer)
+        m_timer->start(kTickMs, [this] { update(); });
 }
 
 void SourceLoop::deactiveTimer()
 {
-    if (d.timer)
-        d.timer->stop();
-    d.timer.reset();
+    if (m_timer)
+        m_timer->stop();
+    m_timer.reset();
 }
 
 void SourceLoop::update()
 {
-    if (!d.timer)
+    if (!m_timer)
         return;
     QElapsedTimer clock;
     clock.start();
-    tick();
+    tick(m_active);
     // A player that does not answer holds the tick up to its source's own limit; say so once
     // per episode, not five times a second.
     const qint64 waited = clock.elapsed();
@@ -98,128 +107,74 @@ void SourceLoop::update()
         foundation::systemLog(
             QStringLiteral("the update tick waited %1 ms for the player \"%2\"; it does not answer")
                 .arg(waited)
-                .arg(d.m_state.sourceName()));
+                .arg(m_state.sourceName()));
     m_stalled = waited >= kStallMs;
 }
 
-void SourceLoop::tick()
-{
-    switch (d.m_musicSource) {
-    case MusicSourceKindITunes:
-        updateAppItunes();
-        break;
-    case MusicSourceKindJukora:
-        updateAppJukora();
-        break;
-    case MusicSourceKindQQMusic:
-        updateAppQQMusic();
-        break;
-    case MusicSourceKindMpris:
-        updateAppFollowed();
-        break;
-    default:
-        break;
-    }
-}
-
 // Each tick makes at most one blocking read besides the running test (the position), and
-// only while a lyric is shown; the names come from the song change.
-void SourceLoop::updateAppItunes()
+// only while a lyric is shown; the names come from the song change where reading them costs.
+void SourceLoop::tick(PlayerSource* source)
 {
-    iTunesControl* itunes = d._itunesControl;
-    if (!itunes || !itunes->app().isRunning())
-        return;
-    // The names are read on every tick, as the panel title is rewritten on every tick.
-    if (d.curTrackTunes && d.curTrackTunes->exists())
-        songPresent(d.curTrackTunes->name(), d.curTrackTunes->artist(),
-                    [](AppDelegate& d) { return d._itunesControl->playerPosition(); });
-    else
-        notPlaying(apptext::tr(apptext::kITunesNotPlaying));
-}
-
-void SourceLoop::updateAppQQMusic()
-{
-    MusicSourceQQMusic* qq = d.qqmusicControl.get();
-    if (!qq || !qq->isRunning())
-        return;
-    const TrackItem* track = qq->track();
-    if (track && foundation::isNonEmpty(track->title()))
-        songPresent(track->title(), track->artist(),
-                    [](AppDelegate& d) { return d.qqmusicControl->location(); });
-    else
-        notPlaying(apptext::tr(apptext::kQQMusicNotPlaying));
-}
-
-void SourceLoop::updateAppJukora()
-{
-    JukoraControl* dj = d.DJControl.get();
-    if (!dj || !dj->isRunning())
-        return;
-    if (dj->cachedItem())
-        songPresent(m_djTitle, m_djArtist, [](AppDelegate& d) { return d.DJControl->location(); });
-    else
-        notPlaying(apptext::tr(apptext::kJukoraNotPlaying));
-}
-
-void SourceLoop::updateAppFollowed()
-{
-    FollowedSource* source = d.m_followed;
     if (!source || !source->isRunning())
         return;
-    followedTitleChanged();
-    const TrackItem* track = source->track();
-    // A local file without a title is shown by its file name.
-    const QString title = !track ? QString()
-                          : foundation::isNonEmpty(track->title())
-                              ? track->title()
-                              : QFileInfo(source->localFilePath()).completeBaseName();
-    if (!title.isEmpty())
-        songPresent(title, track->artist(),
-                    [](AppDelegate& d) { return d.m_followed->location(); });
+    followTitle(*source);
+    if (const auto song = source->nowPlaying())
+        songPresent(*song, *source);
     else
-        notPlaying(apptext::tr(apptext::kPlayerNotPlaying).arg(source->menuTitle()));
+        notPlaying(source->notPlayingText());
 }
 
-void SourceLoop::songPresent(const QString& title, const QString& artist,
-                             float (*position)(AppDelegate&))
+void SourceLoop::songPresent(const PlayerSong& song, PlayerSource& source)
 {
-    const QString panelTitle = QStringLiteral("%1-%2").arg(title, artist);
-    if (d.m_ports.uiLRCpanel)
-        d.m_ports.uiLRCpanel->setTitle(panelTitle);
-    d.m_state.setPanelTitle(panelTitle);
-    d.m_state.setSong(artist, title);
-    if (d._lrcAvailable)
-        drive(position(d));
+    const QString panelTitle = QStringLiteral("%1-%2").arg(song.title, song.artist);
+    if (m_ports.uiLRCpanel)
+        m_ports.uiLRCpanel->setTitle(panelTitle);
+    m_state.setPanelTitle(panelTitle);
+    m_state.setSong(song.artist, song.title);
+    if (m_shown.available)
+        drive(source.location());
 }
 
 void SourceLoop::drive(float seconds)
 {
-    if (d.m_ports.appController)
-        d.m_ports.appController->updateTime(seconds);
-    Lyric* lyric = d.parser.get();
+    if (m_ports.appController)
+        m_ports.appController->updateTime(seconds);
+    Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
     const QString text = item ? item->content() : QString();
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->setContent(text);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(text);
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;
         m_litIndex = item ? int(lyric->indexOfItem(item)) : -1;
         m_litKnown = true;
     }
-    d.m_state.setLine(m_litIndex, text, seconds);
+    m_state.setLine(m_litIndex, text, seconds);
 }
 
 void SourceLoop::notPlaying(const QString& message)
 {
     const QString title = QLatin1String(apptext::kPanelTitle);
-    if (d.m_ports.uiLRCpanel)
-        d.m_ports.uiLRCpanel->setTitle(title);
-    d.m_state.setPanelTitle(title);
-    d.m_state.setSong({}, {});
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(nullptr);
-    d.m_menu->setInfo(message);
+    if (m_ports.uiLRCpanel)
+        m_ports.uiLRCpanel->setTitle(title);
+    m_state.setPanelTitle(title);
+    m_state.setSong({}, {});
+    if (m_ports.appController)
+        m_ports.appController->setParser(nullptr);
+    Q_EMIT statusChanged(message);
+}
+
+void SourceLoop::followTitle(const PlayerSource& source)
+{
+    if (&source != m_active)
+        return;
+    const QString title = source.menuTitle();
+    if (title.isEmpty() || title == m_state.sourceName())
+        return;
+    if (m_ports.statusMenu)
+        m_ports.statusMenu->setSourceTitle(title);
+    m_state.setSourceName(title);
 }
 
 void SourceLoop::lyricInstalled()

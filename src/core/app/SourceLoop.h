@@ -1,66 +1,99 @@
 #pragma once
 
+#include "app/AppPorts.h"
 #include "app/LyricLookup.h"
+#include "app/NotificationPort.h"
+#include "app/PlayerSource.h"
 #include "app/SongChangeQueue.h"
+#include "app/UpdateTimer.h"
 
+#include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <memory>
+#include <vector>
 
-class AppDelegate;
+class AppState;
 class LRCItem;
+class LyricAcquisition;
+class LyricsTrack;
+class Settings;
+struct ShownLyric;
 
-// Source choice and the update loop: which player is followed, the 0.2 s tick that moves the
-// displays along with it, and the per-source song-change paths that start a lyric search.
-class SourceLoop {
+// Source choice and the update loop: which player is followed (the first running one in
+// priority order), the 0.2 s tick that moves the displays along with it, and the song-change
+// road: a player's notice clears the displays and looks for the song's lyric, handing what it
+// finds (or that nothing was at hand) on to LyricAcquisition.
+class SourceLoop : public QObject {
+    Q_OBJECT
 public:
+    static constexpr int kTickMs = 200;
     static constexpr qint64 kStallMs = 1000;
 
-    explicit SourceLoop(AppDelegate& d);
+    SourceLoop(AppState& state, ShownLyric& shown, Settings& settings,
+               LyricAcquisition& acquisition, AppPorts ports, UpdateTimer::Factory timers);
+    ~SourceLoop() override;
+
+    // Adds a player at its place in the priority list (0 first) and listens to it.
+    void addSource(PlayerSource& source, int priority);
+    PlayerSource* active() const { return m_active; }
 
     void updateMusicSource();
     void activeTimer();
     void deactiveTimer();
+    bool timerRunning() const { return m_timer != nullptr; }
     void update();
-    void updateAppItunes();
-    void updateAppQQMusic();
-    void updateAppJukora();
-    void updateAppFollowed();
+    // One tick for this player, when it runs.
+    void tick(PlayerSource* source);
 
-    void iTunesTrackDidChange(bool exists, qint64 databaseID);
-    void qqmusicSongChanged();
-    void djSongChanged();
-    void followedSongChanged();
+    // A player's song-change notice (coalesced for players that ask for it).
+    void songNotice(PlayerSource* source);
+    // Looks for the lyric of this track as a song change does.
+    void fetchLRC(const LyricsTrack& track);
 
-    // The song changed: the displays are cleared and any answer for an older song is stale.
-    void songChanging();
-    // Looks for the current song's lyric off the main thread (tag text, audio file, folder);
-    // the plug-in is asked when that finds none.
-    void lookUp(lookup::Request request);
-    // The song change being answered; an answer for another one is dropped.
-    quint64 generation() const { return m_generation; }
-    // The followed player's name follows it into the menu and the service.
-    void followedTitleChanged();
-
+public Q_SLOTS:
     // A lyric was (re)installed: the lit line is looked up afresh.
     void lyricInstalled();
-    // The cached Jukora song's names, as read at its song change.
-    const QString& jukoraArtist() const { return m_djArtist; }
-    const QString& jukoraTitle() const { return m_djTitle; }
+
+Q_SIGNALS:
+    // The followed player changed (null: none).
+    void playerChosen(PlayerSource* player);
+    // The displays were cleared for a song change, the generation-th.
+    void songChanging(quint64 generation);
+    // A new song plays; its lyric is being looked for.
+    void songChanged(const PlayerSong& song);
+    // The song is to be announced (the setting is on).
+    void songAnnounced(const NotificationPort::Track& track);
+    // A message for the displays; empty clears it.
+    void statusChanged(const QString& status);
 
 private:
-    void tick();
-    void songPresent(const QString& title, const QString& artist, float (*position)(AppDelegate&));
+    void handleSong(PlayerSource& source);
+    void clearForSong();
+    void startSearch(const PlayerSong& song);
+    void lookUp(lookup::Request request);
+    // The followed player's name follows it into the menu and the service.
+    void followTitle(const PlayerSource& source);
+    void songPresent(const PlayerSong& song, PlayerSource& source);
     void drive(float seconds);
     void notPlaying(const QString& message);
-    void startSearch(const QString& artist, const QString& title, const QString& audioPath = {});
-    void handleFollowed();
     void lookedUp(lookup::Result result);
 
-    AppDelegate& d;
-    // Jukora's names, read once per song, so that a tick reads only the position.
-    QString m_djTitle;
-    QString m_djArtist;
+    AppState& m_state;
+    ShownLyric& m_shown;
+    Settings& m_settings;
+    LyricAcquisition& m_acquisition;
+    AppPorts m_ports;
+    UpdateTimer::Factory m_timers;
+    std::unique_ptr<UpdateTimer> m_timer;
+    struct Ranked {
+        int priority;
+        QPointer<PlayerSource> source;
+    };
+    std::vector<Ranked> m_sources; // in priority order
+    QPointer<PlayerSource> m_active;
+    QPointer<PlayerSource> m_noticed; // the coalesced player whose notice waits
     const LRCItem* m_litItem = nullptr;
     int m_litIndex = -1;
     bool m_litKnown = false;

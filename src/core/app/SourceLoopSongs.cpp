@@ -1,141 +1,101 @@
-// The song-change road of SourceLoop: each source's notice, coalesced, clears the displays
-// and starts the lookup; its answer installs a lyric or asks the plug-in.
+// The song-change road of SourceLoop: a player's notice (coalesced where it asks for it)
+// clears the displays and starts the lookup; its answer installs a lyric or asks the plug-in.
 #include "app/SourceLoop.h"
 
-#include "app/AppDelegate.h"
+#include "app/AppState.h"
 #include "app/AppTexts.h"
-#include "app/FollowedSource.h"
 #include "app/LyricAcquisition.h"
-#include "app/LyricPanelPort.h"
 #include "app/LyricViewPort.h"
-#include "app/MenuState.h"
+#include "app/ShownLyric.h"
 #include "app/SingleLinePort.h"
-#include "foundation/StringAdditions.h"
 #include "foundation/SystemLog.h"
 #include "lyric/Lyric.h"
 #include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "store/LyricControl.h"
+#include "store/LyricsTrack.h"
 
-#include <QElapsedTimer>
-#include <QFileInfo>
 #include <QTimer>
 
-void SourceLoop::iTunesTrackDidChange(bool exists, qint64 databaseID)
+// Most players' notices are handled as they come: each one searches again (they have always
+// done so). Players that may send anything are coalesced: see SongChangeQueue.
+void SourceLoop::songNotice(PlayerSource* source)
 {
-    // A stopped player (no track) and a repeated notice for the same track change nothing.
-    if (!exists || databaseID == d.m_curDBid)
+    if (!source)
         return;
-    iTunesControl* itunes = d._itunesControl;
-    d.curTrackTunes = itunes->currentTrack();
-    if (!d.curTrackTunes)
+    if (!source->rules().coalesced) {
+        handleSong(*source);
         return;
-    d.m_curDBid = d.curTrackTunes->databaseID();
-    d.m_state.setSong(d.curTrackTunes->artist(), d.curTrackTunes->name());
-    d.m_acquisition->fetchLRC(*d.curTrackTunes);
-    if (itunes->isPlaying() && d.m_env.settings.isShowChangeSongNotify())
-        d.m_menu->showSongNotification();
-}
-
-// QQMusic's and Jukora's notices are handled as they come: each one searches again (they
-// have always done so). Only MPRIS players, which may send anything, are coalesced: see
-// SongChangeQueue.
-void SourceLoop::qqmusicSongChanged()
-{
-    const TrackItem* track = d.qqmusicControl ? d.qqmusicControl->track() : nullptr;
-    if (!track || !foundation::isNonEmpty(track->title()))
-        return;
-    // A QQMusic song change leaves _lrcAvailable as it was: the old lyric drives the strip
-    // until the new one is found.
-    const bool available = d._lrcAvailable;
-    const int origin = d.m_state.lyricOrigin();
-    songChanging();
-    if (available) {
-        d._lrcAvailable = true;
-        d.m_state.setLyricLoaded(true);
-        d.m_state.setLyricOrigin(origin);
     }
-    startSearch(track->artist(), track->title());
-}
-
-void SourceLoop::djSongChanged()
-{
-    JukoraControl* dj = d.DJControl.get();
-    if (!dj)
-        return;
-    dj->setCachedItem(dj->item());
-    songChanging();
-    m_djTitle = dj->cachedItem() ? dj->cachedItem()->title() : QString();
-    m_djArtist = dj->cachedItem() ? dj->cachedItem()->artist() : QString();
-    if (!dj->cachedItem())
-        return;
-    startSearch(m_djArtist, m_djTitle);
-}
-
-void SourceLoop::followedSongChanged()
-{
+    m_noticed = source;
     m_changes.notice();
 }
 
-void SourceLoop::handleFollowed()
+void SourceLoop::handleSong(PlayerSource& source)
 {
-    // A player behind a source of higher priority changes nothing on screen.
-    if (d.m_musicSource != MusicSourceKindMpris)
+    const PlayerSource::Rules rules = source.rules();
+    // A coalesced player behind a source of higher priority changes nothing on screen.
+    if (rules.coalesced && &source != m_active)
         return;
-    followedTitleChanged();
-    songChanging();
-    FollowedSource* source = d.m_followed;
-    const TrackItem* track = source ? source->track() : nullptr;
-    if (!track)
+    followTitle(source);
+    PlayerSong song;
+    const PlayerSource::Change change = source.readSongChange(song);
+    if (change == PlayerSource::Change::None)
         return;
-    const QString path = source->localFilePath();
-    // A song without a title is looked up by its file alone.
-    if (!foundation::isNonEmpty(track->title()) && path.isEmpty())
+    const bool available = m_shown.available;
+    const int origin = m_state.lyricOrigin();
+    clearForSong();
+    // The old lyric drives the strip until the new one is found.
+    if (rules.keepsLyricUntilFound && available) {
+        m_shown.available = true;
+        m_state.setLyricLoaded(true);
+        m_state.setLyricOrigin(origin);
+    }
+    if (change == PlayerSource::Change::NoSong)
         return;
-    d.m_state.setSong(track->artist(), track->title());
-    if (d.m_env.settings.isShowChangeSongNotify())
-        d.m_menu->showSongNotification(
-            {track->title().isEmpty() ? QFileInfo(path).completeBaseName() : track->title(),
-             track->artist(), track->album(), source->duration()});
-    startSearch(track->artist(), track->title(), path);
+    m_state.setSong(song.artist, song.title);
+    Q_EMIT songChanged(song);
+    if (m_settings.isShowChangeSongNotify()) {
+        if (const auto shown = source.announcement())
+            Q_EMIT songAnnounced({shown->title, shown->artist, shown->album, shown->duration});
+    }
+    startSearch(song);
 }
 
-void SourceLoop::followedTitleChanged()
+// The tag is read here (a player's scripting call); the rest of the lookup runs off the main
+// thread.
+void SourceLoop::fetchLRC(const LyricsTrack& track)
 {
-    if (d.m_musicSource != MusicSourceKindMpris || !d.m_followed)
-        return;
-    const QString title = d.m_followed->menuTitle();
-    if (title.isEmpty() || title == d.m_state.sourceName())
-        return;
-    if (d.m_ports.statusMenu)
-        d.m_ports.statusMenu->setSourceTitle(title);
-    d.m_state.setSourceName(title);
+    clearForSong();
+    PlayerSong song;
+    song.tagText = track.lyrics();
+    song.artist = track.artist();
+    song.title = track.name();
+    startSearch(song);
 }
 
-void SourceLoop::songChanging()
+void SourceLoop::clearForSong()
 {
     ++m_generation;
-    d._lrcAvailable = false;
-    d.m_state.setLyricLoaded(false);
+    Q_EMIT songChanging(m_generation);
+    m_shown.available = false;
+    m_state.setLyricLoaded(false);
     lyricInstalled();
-    if (d.m_ports.appController)
-        d.m_ports.appController->setParser(nullptr);
-    if (d.m_ports.singleLineControl)
-        d.m_ports.singleLineControl->setContent(QString());
-    d.m_state.setLineText(QString());
+    if (m_ports.appController)
+        m_ports.appController->setParser(nullptr);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(QString());
+    m_state.setLineText(QString());
 }
 
-void SourceLoop::startSearch(const QString& artist, const QString& title, const QString& audioPath)
+void SourceLoop::startSearch(const PlayerSong& song)
 {
-    d.m_state.setSong(artist, title);
+    m_state.setSong(song.artist, song.title);
     // A lyric kept with the audio file is at hand: no search is shown unless it is missing.
-    d.m_menu->setInfo(audioPath.isEmpty() ? apptext::tr(apptext::kFetching) : QString());
+    Q_EMIT statusChanged(song.localFile.isEmpty() ? apptext::tr(apptext::kFetching) : QString());
     lookup::Request request;
-    request.audioPath = audioPath;
-    request.artist = artist;
-    request.title = title;
+    request.tagText = song.tagText;
+    request.audioPath = song.localFile;
+    request.artist = song.artist;
+    request.title = song.title;
     lookUp(std::move(request));
 }
 
@@ -147,7 +107,7 @@ void SourceLoop::lookUp(lookup::Request request)
     m_awaiting = true;
     m_lookup.post(std::move(request));
     // A lookup held up by a file (a pipe nobody writes) is given up on; the search goes on.
-    QTimer::singleShot(LyricLookupWorker::kStuckMs, &d, [this, generation = m_generation] {
+    QTimer::singleShot(LyricLookupWorker::kStuckMs, this, [this, generation = m_generation] {
         if (generation != m_generation || !m_awaiting)
             return;
         foundation::systemLog(
@@ -166,19 +126,20 @@ void SourceLoop::lookedUp(lookup::Result result)
     if (result.generation != m_generation || !m_awaiting)
         return; // another song came since, or it was given up on
     m_awaiting = false;
+    const bool coalesced = m_active && m_active->rules().coalesced;
     if (result.lyric) {
-        d.m_acquisition->installStored(std::move(result.lyric), result.origin);
+        m_acquisition.installStored(std::move(result.lyric), result.origin);
         // The lyric was at hand: lit now, not up to a tick (200 ms) later.
-        if (d.m_musicSource == MusicSourceKindMpris)
-            updateAppFollowed();
+        if (coalesced)
+            tick(m_active);
         return;
     }
     // The store's own rule: without an artist or a title no search is made at all.
     if (m_searchArtist.isEmpty() || m_searchTitle.isEmpty()) {
-        if (d.m_musicSource == MusicSourceKindMpris)
-            d.m_acquisition->notAvailable(); // a file without a title: nothing more to ask
+        if (coalesced)
+            m_acquisition.notAvailable(); // a file without a title: nothing more to ask
         return;
     }
-    d.m_menu->setInfo(apptext::tr(apptext::kFetching));
-    d.m_acquisition->storeMissed(m_searchArtist, m_searchTitle);
+    Q_EMIT statusChanged(apptext::tr(apptext::kFetching));
+    m_acquisition.storeMissed(m_searchArtist, m_searchTitle);
 }
