@@ -6,13 +6,11 @@
 
 #include "app/AppDBusService.h"
 #include "app/AppDelegate.h"
-#include "app/MprisFollowedSource.h"
+#include "app/PlayerSource.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/Workspace.h"
 #include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/TrackItem.h"
 #include "sources/iTunesControl.h"
 
 #include <QCoreApplication>
@@ -94,27 +92,16 @@ int follow(const QStringList& args)
     iTunesControl itunes(workspace, center);
     ServiceAddresses addresses;
     TerminalPrinter printer(json);
-    // The status line asks the MPRIS player's song for its album, so it keeps that source
-    // itself; it outlives the controller, which only points at it.
-    std::unique_ptr<MprisFollowedSource> mpris;
     // The user's settings are read, never written: the desktop application owns them.
     AppEnvironment environment(AppSetting(), addresses, workspace, center, itunes);
     environment.followMpris = true;
-    if (format)
-        mpris = std::make_unique<MprisFollowedSource>(workspace);
     AppDelegate app(std::move(environment),
                     {&printer, &printer, &printer, &printer, nullptr, nullptr});
     std::unique_ptr<StatusLinePrinter> statusLine;
     if (format) {
-        app.setFollowedSource(mpris.get());
-        statusLine = std::make_unique<StatusLinePrinter>(*format, app, [&]() -> QString {
-            const int kind = app.state().sourceKind();
-            if (kind == MusicSourceKindMpris && mpris->track())
-                return mpris->track()->album();
-            if (kind == MusicSourceKindITunes)
-                if (const auto track = itunes.currentTrack())
-                    return track->album();
-            return {};
+        statusLine = std::make_unique<StatusLinePrinter>(*format, app, [&app]() -> QString {
+            PlayerSource* player = app.activePlayer();
+            return player ? player->searchDetails().album : QString();
         });
     } else {
         printer.watch(app.state());
@@ -136,8 +123,6 @@ int follow(const QStringList& args)
 
     app.awakeFromNib();
     app.applicationDidFinishLaunching();
-    if (mpris)
-        mpris->connectTo(&app);
     QCoreApplication::exec();
     if (published)
         service->unpublish();

@@ -206,8 +206,13 @@ void AppDelegate::iTunesCB_TrackDidChange(const std::optional<itunes::Track>& tr
 
 int AppDelegate::musicSource() const
 {
-    const PlayerSource* active = m_loop ? m_loop->active() : nullptr;
+    const PlayerSource* active = activePlayer();
     return active ? active->kind() : 0;
+}
+
+PlayerSource* AppDelegate::activePlayer() const
+{
+    return m_loop ? m_loop->active() : nullptr;
 }
 
 JukoraControl* AppDelegate::djControl() const

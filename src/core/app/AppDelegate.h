@@ -108,6 +108,8 @@ public:
 
     // Read access for the windows, the D-Bus service and tests.
     int musicSource() const;
+    // The player followed now; null when none runs.
+    PlayerSource* activePlayer() const;
     JukoraControl* djControl() const;
     MusicSourceQQMusic* qqmusic() const;
     LyricControl* lyricControl() const { return lrcControl.get(); }
