@@ -1,27 +1,10 @@
 // versewick: the desktop application. Builds the windows, the status menu and the desktop
 // behind the controller's ports, owns com.morvane.Versewick, and runs until Quit.
-#include "app/AppDBusService.h"
-#include "app/AppDelegate.h"
-#include "app/DesktopWindowFactory.h"
-#include "app/LyricPanel.h"
+#include "app/DesktopApplication.h"
 #include "app/PlatformChoice.h"
-#include "app/PreferencesPort.h"
-#include "app/ScrollingViewPort.h"
 #include "app/SingleInstance.h"
-#include "app/StripPort.h"
-#include "display/AppController.h"
-#include "display/SingleLineModeController.h"
-#include "foundation/SystemLog.h"
 #include "foundation/Translations.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "preferences/PreferenceController.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
-#include "sources/iTunesControl.h"
 #include "tray/AppIcon.h"
-#include "tray/StatusMenu.h"
-#include "windows/SystemDesktop.h"
 
 #include "QuitOnSignal.h"
 #include "SelfTest.h"
@@ -97,56 +80,9 @@ int main(int argc, char** argv)
     if (SingleInstance::showRunningInstance())
         return 0;
 
-    Workspace& workspace = Workspace::sharedWorkspace();
-    DistributedNotificationCenter& center = DistributedNotificationCenter::defaultCenter();
-    iTunesControl itunes(workspace, center);
-    ServiceAddresses addresses;
-    Settings& settings = AppSetting();
-    SystemDesktop desktop;
-
-    StatusMenu menu;
-    AppController scrolling(&settings);
-    ScrollingViewPort scrollingPort(scrolling);
-    LyricPanel panel(settings, scrolling);
-    panel.reportFirstPaint(qEnvironmentVariableIsSet("VERSEWICK_REPORT_FIRST_PAINT"));
-    panel.setContextMenu(menu.menu());
-    SingleLineModeController strip(&settings);
-    StripPort stripPort(strip);
-    stripPort.setContextMenu(menu.menu());
-    AppDelegate* controller = nullptr; // set below; preferences open only from its menu
-    DesktopWindowFactory windows(addresses, [&]() -> std::unique_ptr<PreferencesPort> {
-        auto preferences = std::make_unique<PreferenceController>(settings, addresses, desktop);
-        QObject::connect(preferences.get(), &PreferenceController::reloadLyricViewRequested,
-                         controller, &AppDelegate::reloadLyricView);
-        return preferences;
-    });
-
-    AppEnvironment environment(settings, addresses, workspace, center, itunes);
-    environment.followMpris = true; // mpv, VLC and any other MPRIS player
-    AppDelegate app(std::move(environment),
-                    {&scrollingPort, &stripPort, &panel, &menu, &windows, &desktop});
-    controller = &app;
-    menu.setDelegate(&app);
-    windows.setDelegate(&app);
-    windows.setITunes(&itunes);
-    panel.setSearchAction([&app] { app.showSearchWindow(); });
-    if (!menu.showInTray())
-        foundation::systemLog(
-            QStringLiteral("no system tray: the status menu is in the lyric panel's context menu"));
-
-    auto* service = new AppDBusService(app); // owned by app
-    const bool published = service->publish();
-    QObject::connect(&app, &AppDelegate::quitRequested, &application, &QCoreApplication::quit);
-    QObject::connect(&itunes, &iTunesControl::shutdownRequested, &application,
-                     &QCoreApplication::quit);
-    QObject::connect(&application, &QCoreApplication::aboutToQuit, &app,
-                     &AppDelegate::applicationWillTerminate);
+    DesktopApplication app;
+    app.publish(); // without a bus, all but the service works
     QuitOnSignal quitOnSignal;
-
-    app.awakeFromNib();
-    app.applicationDidFinishLaunching();
-    const int status = QApplication::exec();
-    if (published)
-        service->unpublish();
-    return status;
+    app.launch();
+    return QApplication::exec();
 }

@@ -6,12 +6,9 @@
 
 #include "app/AppDBusService.h"
 #include "app/AppDelegate.h"
+#include "app/HeadlessApplication.h"
 #include "app/PlayerSource.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "settings/ServiceAddresses.h"
 #include "settings/Settings.h"
-#include "sources/iTunesControl.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -87,16 +84,10 @@ int follow(const QStringList& args)
     if (json && format)
         usageError(QStringLiteral("follow takes --json or --format, not both."));
 
-    Workspace& workspace = Workspace::sharedWorkspace();
-    DistributedNotificationCenter& center = DistributedNotificationCenter::defaultCenter();
-    iTunesControl itunes(workspace, center);
-    ServiceAddresses addresses;
     TerminalPrinter printer(json);
     // The user's settings are read, never written: the desktop application owns them.
-    AppEnvironment environment(AppSetting(), addresses, workspace, center, itunes);
-    environment.followMpris = true;
-    AppDelegate app(std::move(environment),
-                    {&printer, &printer, &printer, &printer, nullptr, nullptr});
+    HeadlessApplication root;
+    AppDelegate& app = root.build({&printer, &printer, &printer, &printer, nullptr, nullptr});
     std::unique_ptr<StatusLinePrinter> statusLine;
     if (format) {
         statusLine = std::make_unique<StatusLinePrinter>(*format, app, [&app]() -> QString {
@@ -106,10 +97,7 @@ int follow(const QStringList& args)
     } else {
         printer.watch(app.state());
     }
-    auto* service = new AppDBusService(app); // owned by app
-    const bool published = service->publish();
-    QObject::connect(&app, &AppDelegate::quitRequested, qApp, &QCoreApplication::quit);
-    QObject::connect(&itunes, &iTunesControl::shutdownRequested, qApp, &QCoreApplication::quit);
+    root.publish(); // without a bus the terminal still follows
 
     // Interrupts end the loop, so the last lines are flushed and the bus name is released.
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, gSignalPipe) == 0) {
@@ -121,11 +109,8 @@ int follow(const QStringList& args)
     if (seconds >= 0)
         QTimer::singleShot(int(seconds * 1000), qApp, &QCoreApplication::quit);
 
-    app.awakeFromNib();
-    app.applicationDidFinishLaunching();
+    root.launch();
     QCoreApplication::exec();
-    if (published)
-        service->unpublish();
     std::fflush(stdout);
     return Ok;
 }

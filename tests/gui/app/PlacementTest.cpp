@@ -75,7 +75,7 @@ TEST_F(PanelLookTest, FadedSearchButtonAndANotificationThatHidesNoPanel)
     ASSERT_NE(fade, nullptr);
     EXPECT_DOUBLE_EQ(fade->opacity(), 0.8);
 
-    NotificationPanel notification(*app);
+    NotificationPanel notification(*controller);
     notification.showTrack({QStringLiteral("Song"), QStringLiteral("Artist"), {}, 200});
     const QRect shown = notification.controller()->window()->frameGeometry();
     EXPECT_FALSE(shown.intersects(panel->window()->frameGeometry()))

@@ -54,7 +54,7 @@ TEST_F(StatusMenuTest, ToggleItemHidesAndShowsThePanelAndRetitlesItself)
     menu->toggleItem()->trigger();
     EXPECT_EQ(menu->toggleItem()->text(), "Show LRC");
     EXPECT_FALSE(panelShown());
-    EXPECT_FALSE(app->isLrcWindowVisible());
+    EXPECT_FALSE(controller->isLrcWindowVisible());
     menu->toggleItem()->trigger();
     EXPECT_EQ(menu->toggleItem()->text(), "Hide LRC");
     EXPECT_TRUE(panelShown());
@@ -126,10 +126,10 @@ TEST_F(StatusMenuTest, LyricManagerItemOpensOneWindowForGood)
 {
     launchDesktop();
     menu->lyricManagerItem()->trigger();
-    LyricManagerPort* first = app->lyricManagerWC();
+    LyricManagerPort* first = controller->lyricManagerWC();
     ASSERT_NE(first, nullptr);
     menu->lyricManagerItem()->trigger();
-    EXPECT_EQ(app->lyricManagerWC(), first);
+    EXPECT_EQ(controller->lyricManagerWC(), first);
 }
 
 // Jukora is the active source, yet iTunes's current track is "the playing song".
@@ -155,11 +155,10 @@ TEST_F(StatusMenuTest, PlayingSongInTheLyricManagerIsITunesTrackFirstThenJukoras
         file.write("[00:01]x\n");
     }
     launchDesktop();
-    windows->setITunes(itunes.get());
-    ASSERT_TRUE(waitFor([&] { return app->state().title() == "Snow"; }));
+    ASSERT_TRUE(waitFor([&] { return controller->state().title() == "Snow"; }));
 
     auto selected = [&] {
-        auto* manager = static_cast<LyricManagerWindow*>(app->lyricManagerWC())->window();
+        auto* manager = static_cast<LyricManagerWindow*>(controller->lyricManagerWC())->window();
         manager->arrayController()->setSelectionIndexes({});
         manager->selectLyricNowPlaying();
         const auto rows = manager->arrayController()->selectedObjects();
@@ -168,7 +167,7 @@ TEST_F(StatusMenuTest, PlayingSongInTheLyricManagerIsITunesTrackFirstThenJukoras
     menu->lyricManagerItem()->trigger();
     EXPECT_EQ(selected(), "Ann--Rain.lrc");
     tunes.reset(); // iTunes gone: Jukora's song
-    ASSERT_TRUE(waitFor([&] { return !itunes->currentTrack(); }));
+    ASSERT_TRUE(waitFor([&] { return !desktop->itunes().currentTrack(); }));
     EXPECT_EQ(selected(), "Bo--Snow.lrc");
 }
 

@@ -1,0 +1,65 @@
+#include "app/HeadlessApplication.h"
+
+#include "app/AppDBusService.h"
+#include "app/AppDelegate.h"
+#include "app/AppEnvironment.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/Workspace.h"
+#include "settings/ServiceAddresses.h"
+#include "settings/Settings.h"
+#include "sources/iTunesControl.h"
+
+#include <QCoreApplication>
+
+HeadlessApplication::HeadlessApplication(ApplicationOptions options)
+    : m_options(std::move(options))
+    , m_settings(m_options.settings ? m_options.settings : &AppSetting())
+    , m_itunes(std::make_unique<iTunesControl>(Workspace::sharedWorkspace(),
+                                               DistributedNotificationCenter::defaultCenter()))
+{
+    if (!m_options.addresses)
+        m_ownAddresses = std::make_unique<ServiceAddresses>();
+    m_addresses = m_options.addresses ? m_options.addresses : m_ownAddresses.get();
+}
+
+HeadlessApplication::~HeadlessApplication()
+{
+    destroyController();
+}
+
+AppDelegate& HeadlessApplication::build(AppPorts ports)
+{
+    AppEnvironment environment(*m_settings, *m_addresses, Workspace::sharedWorkspace(),
+                               DistributedNotificationCenter::defaultCenter(), *m_itunes);
+    if (m_options.timers)
+        environment.timers = m_options.timers;
+    environment.bundles = m_options.bundles;
+    environment.followMpris = m_options.followMpris;
+    m_controller = std::make_unique<AppDelegate>(std::move(environment), ports);
+    QObject::connect(m_controller.get(), &AppDelegate::quitRequested, qApp,
+                     &QCoreApplication::quit);
+    QObject::connect(m_itunes.get(), &iTunesControl::shutdownRequested, qApp,
+                     &QCoreApplication::quit);
+    return *m_controller;
+}
+
+void HeadlessApplication::destroyController()
+{
+    m_controller.reset(); // the service is its child and gives its name back
+}
+
+bool HeadlessApplication::publish()
+{
+    if (!m_controller)
+        return false;
+    auto* service = new AppDBusService(*m_controller); // owned by the controller
+    return service->publish();
+}
+
+void HeadlessApplication::launch()
+{
+    if (!m_controller)
+        return;
+    m_controller->awakeFromNib();
+    m_controller->applicationDidFinishLaunching();
+}

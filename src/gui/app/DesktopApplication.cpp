@@ -1,0 +1,69 @@
+#include "app/DesktopApplication.h"
+
+#include "app/AppDelegate.h"
+#include "app/DesktopWindowFactory.h"
+#include "app/LyricPanel.h"
+#include "app/PreferencesPort.h"
+#include "app/ScrollingViewPort.h"
+#include "app/StripPort.h"
+#include "display/AppController.h"
+#include "display/SingleLineModeController.h"
+#include "foundation/SystemLog.h"
+#include "preferences/PreferenceController.h"
+#include "tray/StatusMenu.h"
+#include "windows/SystemDesktop.h"
+
+#include <QCoreApplication>
+
+DesktopApplication::DesktopApplication(ApplicationOptions options)
+    : m_root(std::move(options))
+    , m_desktop(std::make_unique<SystemDesktop>())
+    , m_menu(std::make_unique<StatusMenu>())
+{
+    Settings& settings = m_root.settings();
+    m_scrolling = std::make_unique<AppController>(&settings);
+    m_scrollingPort = std::make_unique<ScrollingViewPort>(*m_scrolling);
+    m_panel = std::make_unique<LyricPanel>(settings, *m_scrolling);
+    m_panel->reportFirstPaint(qEnvironmentVariableIsSet("VERSEWICK_REPORT_FIRST_PAINT"));
+    m_panel->setContextMenu(m_menu->menu());
+    m_strip = std::make_unique<SingleLineModeController>(&settings);
+    m_stripPort = std::make_unique<StripPort>(*m_strip);
+    m_stripPort->setContextMenu(m_menu->menu());
+    // Preferences open only from the controller's menu, so the controller exists by then.
+    m_windows = std::make_unique<DesktopWindowFactory>(
+        m_root.addresses(), [this]() -> std::unique_ptr<PreferencesPort> {
+            auto preferences = std::make_unique<PreferenceController>(
+                m_root.settings(), m_root.addresses(), *m_desktop);
+            QObject::connect(preferences.get(), &PreferenceController::reloadLyricViewRequested,
+                             m_root.controller(), &AppDelegate::reloadLyricView);
+            return preferences;
+        });
+
+    AppDelegate& app = m_root.build({m_scrollingPort.get(), m_stripPort.get(), m_panel.get(),
+                                     m_menu.get(), m_windows.get(), m_desktop.get()});
+    m_menu->setDelegate(&app);
+    m_windows->setDelegate(&app);
+    m_windows->setITunes(&m_root.itunes());
+    m_panel->setSearchAction([&app] { app.showSearchWindow(); });
+    // Only the desktop application writes the settings, and only on a normal exit.
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
+                     &AppDelegate::applicationWillTerminate);
+}
+
+DesktopApplication::~DesktopApplication()
+{
+    m_root.destroyController(); // before the ports it was built on
+}
+
+bool DesktopApplication::publish()
+{
+    return m_root.publish();
+}
+
+void DesktopApplication::launch()
+{
+    if (!m_menu->showInTray())
+        foundation::systemLog(
+            QStringLiteral("no system tray: the status menu is in the lyric panel's context menu"));
+    m_root.launch();
+}
