@@ -186,6 +186,8 @@ INSTANTIATE_TEST_SUITE_P(
     Options, CommandLineOption,
     ::testing::Values(OptionCase{"--help", "^Usage: versewick \\[options\\]\\n[\\s\\S]*--version"},
                       OptionCase{"-h", "^Usage: versewick"},
-                      OptionCase{"--version", "^versewick \\d+\\.\\d+\\.\\d+\\n$"}));
+                      OptionCase{"--version", "^versewick \\d+\\.\\d+\\.\\d+\\n$"},
+                      OptionCase{"--self-test",
+                                 "^plug-in: LRCLIB[\\s\\S]*\\nself-test passed\\n$"}));
 
 } // namespace
