@@ -56,8 +56,7 @@ LRCView::~LRCView()
 
 void LRCView::setParser(Lyric* parser)
 {
-    if (parser == m_model.parser())
-        return;
+    // The same lyric handed over again may have been parsed afresh in place: lay it out again.
     m_model.setParser(parser);
     m_model.reloadData();
 }
@@ -144,7 +143,33 @@ void LRCView::reloadData()
         m_picturesKey = key;
         m_picturesText = lyric ? lyric->contents() : QString();
     }
+    m_litRow = litRow();
     viewport()->update();
+}
+
+void LRCView::highlightChanged()
+{
+    // Only the row that goes out and the row that lights up are painted again.
+    const int lit = litRow();
+    if (lit == m_litRow)
+        return;
+    updateRow(m_litRow);
+    updateRow(lit);
+    m_litRow = lit;
+}
+
+int LRCView::litRow() const
+{
+    const int index = m_model.highlightedLRCindex();
+    return index < 0 ? -1 : m_model.rows().rowIndexFromLRCindex(index);
+}
+
+void LRCView::updateRow(int row)
+{
+    const QRectF rect = m_model.rows().rectForRow(row);
+    if (rect.isEmpty())
+        return;
+    viewport()->update(rect.translated(0, -m_offset).toAlignedRect().adjusted(0, -1, 0, 1));
 }
 
 void LRCView::scrollToOffset(double y, bool animated)

@@ -86,6 +86,9 @@ private:
     };
 
     void reloadData() override;
+    void highlightChanged() override;
+    int litRow() const;
+    void updateRow(int row);
     void scrollToOffset(double y, bool animated) override;
     void setContentOffset(double y) override;
     void beginAnimation(const QString& name, double y, double duration) override;
@@ -106,4 +109,5 @@ private:
     QString m_picturesKey;
     QString m_picturesText;
     int m_renderedRows = 0;
+    int m_litRow = -1; // the row last drawn lit
 };
