@@ -69,6 +69,7 @@ public:
     double contentOffset() const override { return m_offset; }
     // Row pictures drawn since the view was made: what painting costs.
     int renderedRows() const { return m_renderedRows; }
+    int paintedFrames() const { return m_paintedFrames; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -80,9 +81,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    // A row's picture in each colour: a line change then only draws the newly lit row once.
     struct RowPicture {
-        bool lit = false;
-        QPixmap pixmap;
+        QPixmap pixmaps[2]; // normal, lit
     };
 
     void reloadData() override;
@@ -95,6 +96,7 @@ private:
     void removeAllAnimations() override;
     void startAnimation(const QString& name, double y, double duration, bool linear);
     const QPixmap& pictureOfRow(int row);
+    bool paintedPositionChanges(double from, double to) const;
 
     LRCViewModel m_model;
     double m_offset = 0;
@@ -109,5 +111,6 @@ private:
     QString m_picturesKey;
     QString m_picturesText;
     int m_renderedRows = 0;
+    int m_paintedFrames = 0;
     int m_litRow = -1; // the row last drawn lit
 };
