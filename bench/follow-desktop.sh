@@ -3,7 +3,8 @@
 # shown), under Xvfb 1600x900 with openbox, in a temporary demo home, measured from
 # /proc/<pid>/stat over SECONDS after 5 s of start-up. With SHOT=FILE.png, a screenshot of the
 # screen is taken at the end; with PERF=FILE, `perf record` samples the application meanwhile;
-# with MODE=1 the single-line strip is measured instead of the panel.
+# with MODE=1 the single-line strip is measured instead of the panel; SCREEN=3840x2160 (with
+# QT_SCALE_FACTOR=2) for a large screen.
 # Usage: bash bench/follow-desktop.sh [SECONDS] [BIN-DIR]   (default 60, build/bin)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -13,7 +14,7 @@ bin=$(realpath "${2:-build/bin}")
 source scripts/demo-home.sh
 
 # A random first display number: helpers starting servers at once must not share one.
-xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1600x900x24" dbus-run-session -- bash -c '
+xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 ${SCREEN:-1600x900}x24" dbus-run-session -- bash -c '
   bin=$1 seconds=$2
   openbox >/dev/null 2>&1 &
   wm=$!
