@@ -314,8 +314,11 @@ void LRCView::resizeEvent(QResizeEvent* event)
 void LRCView::changeEvent(QEvent* event)
 {
     QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
+        // Line changes no longer lay the rows out, so a new font does it at once.
         m_model.rows().setFont(font());
+        m_model.reloadData();
+    }
 }
 
 void LRCView::keyPressEvent(QKeyEvent* event)

@@ -81,6 +81,20 @@ TEST(LRCView, RowsAreDrawnOncePerReloadNotPerPaint)
     EXPECT_EQ(view.renderedRows(), first + 2);
 }
 
+TEST(LRCView, ANewFontLaysTheRowsOutAtOnce)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(lyricOf(5));
+    LRCView view;
+    view.resize(400, 300);
+    view.setParser(&lyric);
+    const double before = view.model().rows().heightForRow(1);
+    QFont large = view.font();
+    large.setPixelSize(60);
+    view.setFont(large);
+    EXPECT_GT(view.model().rows().heightForRow(1), 1.5 * before);
+}
+
 TEST(LRCView, AScrollOfLessThanAPixelPaintsNothing)
 {
     Lyric lyric;
