@@ -1,5 +1,6 @@
 // The scrolling view's line change and the per-tick update, with the system's fonts.
 //   QT_QPA_PLATFORM=offscreen build/bin/display_bench
+#include "LargeLrc.h"
 #include "display/FontTextMeasurer.h"
 #include "display/LRCView.h"
 #include "display/LRCViewHost.h"
@@ -114,6 +115,29 @@ void BM_LineChangeAndPaint100(benchmark::State& state)
     }
 }
 BENCHMARK(BM_LineChangeAndPaint100)->Unit(benchmark::kMicrosecond);
+
+// A 200,000-line lyric handed to the widget: its layout, the jump to a line in the middle and
+// the first paint. Rows are measured around the lit line only; the rest are estimated.
+void BM_InstallLongLyric(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(QString::fromStdString(bench::largeLrc(200000)));
+    const float middle = lyric.lrcItemAtIndex(lyric.lines() / 2)->startTime();
+    LRCView view;
+    view.setFont(lyricFont());
+    view.resize(360, 420);
+    QPixmap target(view.size());
+    for (auto _ : state) {
+        view.setParser(&lyric);
+        view.updatePlayerTime(middle);
+        view.render(&target);
+        state.PauseTiming();
+        view.setParser(nullptr);
+        state.ResumeTiming();
+    }
+    state.counters["lines"] = lyric.lines();
+}
+BENCHMARK(BM_InstallLongLyric)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

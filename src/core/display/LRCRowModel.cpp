@@ -84,44 +84,91 @@ double LRCRowModel::heightOfCell(int row) const
 void LRCRowModel::reloadData()
 {
     const int rows = numberOfRows();
-    m_heights.resize(std::size_t(rows));
-    m_tops.resize(std::size_t(rows));
-    double top = 0;
+    const bool atOnce = lineCount() <= kMeasuredAtOnce;
+    // One line of text: what most rows of a long lyric turn out to be.
+    const double estimate = std::trunc(
+        m_cellPadding + std::min(std::ceil(m_measurer.lineHeight(m_font)), m_viewSize.height()));
+    std::vector<double> heights(std::size_t(rows), 0.0);
+    m_known.assign(std::size_t(rows), atOnce);
+    m_unmeasured = 0;
     for (int row = 0; row < rows; ++row) {
-        const double height = std::max(0.0, heightOfCell(row));
-        m_heights[std::size_t(row)] = height;
-        m_tops[std::size_t(row)] = top;
-        top += height;
+        if (atOnce || realIndexTrimFromRow(row) < 0) {
+            heights[std::size_t(row)] = std::max(0.0, heightOfCell(row));
+            m_known[std::size_t(row)] = true;
+        } else {
+            heights[std::size_t(row)] = std::max(0.0, estimate);
+            ++m_unmeasured;
+        }
     }
-    m_contentHeight = top;
+    m_rows.assign(std::move(heights));
+}
+
+void LRCRowModel::measure(int row) const
+{
+    if (m_known[std::size_t(row)])
+        return;
+    m_known[std::size_t(row)] = true;
+    --m_unmeasured;
+    m_rows.setHeight(std::size_t(row), std::max(0.0, heightOfCell(row)));
+}
+
+void LRCRowModel::measureAround(int row) const
+{
+    if (m_unmeasured == 0 || row < 0 || std::size_t(row) >= m_rows.size())
+        return;
+    // A view's height each way: whatever the view shows with the row at its middle, and the
+    // rows a scroll to it passes, have their real heights before an offset is computed.
+    const double reach = std::max(1.0, m_viewSize.height());
+    measure(row);
+    double covered = 0;
+    for (int r = row - 1; r >= 0 && covered < reach; --r) {
+        measure(r);
+        covered += m_rows.height(std::size_t(r));
+    }
+    covered = 0;
+    for (int r = row + 1; r < int(m_rows.size()) && covered < reach; ++r) {
+        measure(r);
+        covered += m_rows.height(std::size_t(r));
+    }
 }
 
 double LRCRowModel::heightForRow(int row) const
 {
-    if (row < 0 || std::size_t(row) >= m_heights.size())
+    if (row < 0 || std::size_t(row) >= m_rows.size())
         return 0;
-    return m_heights[std::size_t(row)];
+    measure(row);
+    return m_rows.height(std::size_t(row));
 }
 
 QRectF LRCRowModel::rectForRow(int row) const
 {
-    if (row < 0 || std::size_t(row) >= m_heights.size())
+    if (row < 0 || std::size_t(row) >= m_rows.size())
         return {};
-    return {0, m_tops[std::size_t(row)], m_viewSize.width(), m_heights[std::size_t(row)]};
+    // Measuring a row moves only the rows after it, never its own top.
+    measure(row);
+    return {0, m_rows.top(std::size_t(row)), m_viewSize.width(), m_rows.height(std::size_t(row))};
 }
 
 int LRCRowModel::rowAtY(double y) const
 {
-    if (m_tops.empty() || y < 0 || y >= m_contentHeight)
+    if (m_rows.size() == 0 || y < 0 || y >= m_rows.total())
         return -1;
-    const auto after = std::upper_bound(m_tops.begin(), m_tops.end(), y);
-    return int(after - m_tops.begin()) - 1;
+    auto row = m_rows.rowAt(y);
+    // Measured, the row may end above y: the answer is then further down.
+    while (!m_known[row]) {
+        measure(int(row));
+        if (y >= m_rows.total())
+            return -1;
+        row = m_rows.rowAt(y);
+    }
+    return int(row);
 }
 
 double LRCRowModel::offsetForRowAtMiddle(int row) const
 {
+    measureAround(row);
     const QRectF rect = rectForRow(row);
     const double wanted = rect.y() + rect.height() * 0.5 - m_viewSize.height() * 0.5;
-    const double maximum = std::max(0.0, m_contentHeight - m_viewSize.height());
+    const double maximum = std::max(0.0, contentHeight() - m_viewSize.height());
     return std::clamp(wanted, 0.0, maximum);
 }

@@ -6,6 +6,8 @@
 #include <QSizeF>
 #include <QString>
 
+#include "display/RowHeights.h"
+
 #include <vector>
 
 class Lyric;
@@ -14,9 +16,13 @@ class TextMeasurer;
 // The scrolling view's rows: blank padding rows above and below the lyric's lines, their
 // heights and rectangles in content coordinates. Heights are recomputed on every reload from
 // text measurements, which are remembered per text while the font and the view's size stay
-// the same, so a reload that only moves the highlight measures nothing.
+// the same. A lyric of up to kMeasuredAtOnce lines is measured whole by the reload; a longer
+// one starts from one line's height per row and each row is measured when it, or a row within
+// a view's height of it, is first asked for, so installing 200,000 lines measures a screenful.
 class LRCRowModel {
 public:
+    static constexpr int kMeasuredAtOnce = 500;
+
     explicit LRCRowModel(const TextMeasurer& measurer);
 
     // Not owned: the caller keeps the lyric alive while it is set (or sets another).
@@ -39,22 +45,28 @@ public:
 
     // Recomputes every row's height and top from the present lyric, font and view size.
     void reloadData();
-    // The height as last reloaded (0 for a row that does not exist).
+    // Rows whose height is still the one-line estimate of a long lyric.
+    int unmeasuredRows() const { return m_unmeasured; }
+    // The height as last reloaded or measured (0 for a row that does not exist).
     double heightForRow(int row) const;
     // The height computed afresh: half the view for a padding row; otherwise cellPadding plus
     // the measured height of the line followed by "aa" (half the font's line height for a
     // line without text), truncated to whole points.
     double heightOfCell(int row) const;
     QRectF rectForRow(int row) const;
-    double contentHeight() const { return m_contentHeight; }
+    // Measures the rows within a view's height of the row, so that an offset computed for it
+    // stays right while the view shows it (a no-op once every row is measured).
+    void measureAround(int row) const;
+    double contentHeight() const { return m_rows.total(); }
     // The row whose rectangle holds the content point's y, or -1.
     int rowAtY(double y) const;
     // The content offset that puts the row's centre at the view's centre, kept inside the
-    // content as a list does when scrolling a row to the middle.
+    // content as a list does when scrolling a row to the middle (rows around measured first).
     double offsetForRowAtMiddle(int row) const;
 
 private:
     double measuredTextHeight(const QString& content) const;
+    void measure(int row) const;
 
     const TextMeasurer& m_measurer;
     Lyric* m_parser = nullptr;
@@ -62,8 +74,9 @@ private:
     QFont m_font;
     int m_cellPadding = 5;
     QSizeF m_viewSize;
-    std::vector<double> m_heights;
-    std::vector<double> m_tops;
-    double m_contentHeight = 0;
+    // Measuring on demand changes heights from const accessors.
+    mutable RowHeights m_rows;
+    mutable std::vector<bool> m_known;
+    mutable int m_unmeasured = 0;
     mutable QHash<QString, double> m_measured; // text -> measured height, for m_font and size
 };

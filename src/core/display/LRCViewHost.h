@@ -8,6 +8,8 @@ public:
     virtual ~LRCViewHost() = default;
     // The rows' heights or colours changed: lay out and repaint.
     virtual void reloadData() = 0;
+    // Only the lit line moved: the rows' geometry is unchanged.
+    virtual void highlightChanged() { reloadData(); }
     // Scroll to a content offset the way a list scrolls a row into place: with the list's own
     // short animation, or at once.
     virtual void scrollToOffset(double y, bool animated) = 0;

@@ -70,10 +70,7 @@ void LRCViewModel::moveToLRCindex(int index)
     const int row = m_rows.rowIndexFromLRCindex(index);
     const bool animated = std::abs(index - m_currentLRCindex) < kInstantJump;
     m_host.scrollToOffset(m_rows.offsetForRowAtMiddle(row), animated);
-    if (index == m_currentLRCindex)
-        return;
-    m_currentLRCindex = index;
-    reloadData();
+    setCurrentLRCIndex(index);
 }
 
 void LRCViewModel::setCurrentLRCIndex(int index)
@@ -81,11 +78,14 @@ void LRCViewModel::setCurrentLRCIndex(int index)
     if (index == m_currentLRCindex)
         return;
     m_currentLRCindex = index;
-    reloadData();
+    // The rows keep their heights: only the lit row changes, and the host repaints two rows.
+    m_highlighted = parser() ? parser()->itemIndexNonEmptyContent(m_currentLRCindex) : -1;
+    m_host.highlightChanged();
 }
 
 float LRCViewModel::centreOffsetOfLine(int index) const
 {
+    m_rows.measureAround(m_rows.rowIndexFromLRCindex(index));
     const QRectF rect = m_rows.rectForRow(m_rows.rowIndexFromLRCindex(index));
     return float(rect.y()) + float(rect.height()) * 0.5f - float(m_rows.viewSize().height()) * 0.5f;
 }
@@ -105,6 +105,7 @@ void LRCViewModel::updatePositionAtPlayTime(float seconds, bool stop)
         setCurrentLRCIndex(index);
         return;
     }
+    m_rows.measureAround(m_rows.rowIndexFromLRCindex(index));
     const QRectF rect = m_rows.rectForRow(m_rows.rowIndexFromLRCindex(index));
     const float f = (seconds - cur->startTime()) / (next->startTime() - cur->startTime());
     // Half a row over the line's duration: its top edge is at the centre when it starts.

@@ -22,6 +22,8 @@ constexpr int kListScrollMilliseconds = 300;
 // The status text's size, and the smaller hint line's under it.
 constexpr int kStatusPixels = 17;
 constexpr int kHintPixels = 13;
+// Row pictures kept: many screenfuls; beyond, they are drawn again as needed.
+constexpr qsizetype kMaxPictures = 400;
 } // namespace
 
 LRCView::LRCView(QWidget* parent)
@@ -56,8 +58,7 @@ LRCView::~LRCView()
 
 void LRCView::setParser(Lyric* parser)
 {
-    if (parser == m_model.parser())
-        return;
+    // The same lyric handed over again may have been parsed afresh in place: lay it out again.
     m_model.setParser(parser);
     m_model.reloadData();
 }
@@ -144,7 +145,33 @@ void LRCView::reloadData()
         m_picturesKey = key;
         m_picturesText = lyric ? lyric->contents() : QString();
     }
+    m_litRow = litRow();
     viewport()->update();
+}
+
+void LRCView::highlightChanged()
+{
+    // Only the row that goes out and the row that lights up are painted again.
+    const int lit = litRow();
+    if (lit == m_litRow)
+        return;
+    updateRow(m_litRow);
+    updateRow(lit);
+    m_litRow = lit;
+}
+
+int LRCView::litRow() const
+{
+    const int index = m_model.highlightedLRCindex();
+    return index < 0 ? -1 : m_model.rows().rowIndexFromLRCindex(index);
+}
+
+void LRCView::updateRow(int row)
+{
+    const QRectF rect = m_model.rows().rectForRow(row);
+    if (rect.isEmpty())
+        return;
+    viewport()->update(rect.translated(0, -m_offset).toAlignedRect().adjusted(0, -1, 0, 1));
 }
 
 void LRCView::scrollToOffset(double y, bool animated)
@@ -161,8 +188,25 @@ void LRCView::setContentOffset(double y)
 {
     if (!std::isfinite(y) || y == m_offset)
         return;
+    const bool repaint = paintedPositionChanges(m_offset, y);
     m_offset = y;
-    viewport()->update();
+    // The end of an eased scroll moves less than a pixel per frame: such frames are not painted.
+    if (repaint)
+        viewport()->update();
+}
+
+bool LRCView::paintedPositionChanges(double from, double to) const
+{
+    // Rows are drawn at whole pixels, at round(top - offset). Every row's top has the same
+    // fraction (heights are whole points, and only the padding row above is half the view),
+    // so all rows move together unless the rounding meets a tie, which is painted anyway.
+    const LRCRowModel& rows = m_model.rows();
+    const double top = rows.rectForRow(rows.placeHolderCnt()).top();
+    const double fraction = top - std::floor(top);
+    const auto nearTie = [](double v) { return std::abs(v - std::floor(v) - 0.5) < 1e-6; };
+    const double a = fraction - from;
+    const double b = fraction - to;
+    return nearTie(a) || nearTie(b) || std::round(a) != std::round(b);
 }
 
 void LRCView::beginAnimation(const QString& name, double y, double duration)
@@ -212,16 +256,17 @@ void LRCView::removeAllAnimations()
 const QPixmap& LRCView::pictureOfRow(int row)
 {
     const bool lit = m_model.isRowHighlighted(row);
-    RowPicture& picture = m_pictures[row];
+    // A long lyric played through must not keep a picture of every row it showed.
+    if (m_pictures.size() >= kMaxPictures && !m_pictures.contains(row))
+        m_pictures.clear();
+    QPixmap& pixmap = m_pictures[row].pixmaps[lit ? 1 : 0];
     const QSize size = m_model.rows().rectForRow(row).size().toSize();
-    if (!picture.pixmap.isNull() && picture.lit == lit &&
-        picture.pixmap.size() / devicePixelRatioF() == size)
-        return picture.pixmap;
-    picture.lit = lit;
+    if (!pixmap.isNull() && pixmap.size() / devicePixelRatioF() == size)
+        return pixmap;
     const qreal ratio = devicePixelRatioF();
-    picture.pixmap = QPixmap(size * ratio);
-    picture.pixmap.setDevicePixelRatio(ratio);
-    picture.pixmap.fill(Qt::transparent);
+    pixmap = QPixmap(size * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
     const QString text = m_model.rows().textOfRow(row);
     if (!text.trimmed().isEmpty() && !size.isEmpty()) {
         const QColor color = lit ? m_model.colorHeight : m_model.colorNormal;
@@ -229,18 +274,19 @@ const QPixmap& LRCView::pictureOfRow(int row)
         m_renderer->setEffectStroke(color, kStrokeWidth);
         m_renderer->setTextColor(color);
         m_renderer->setText(text);
-        QPainter painter(&picture.pixmap);
+        QPainter painter(&pixmap);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         m_renderer->drawTextInRect(painter, QRectF(QPointF(), QSizeF(size)));
         ++m_renderedRows;
     }
-    return picture.pixmap;
+    return pixmap;
 }
 
 void LRCView::paintEvent(QPaintEvent*)
 {
     if (isDefaultStringVisible())
         return; // a status text never shows over a lyric
+    ++m_paintedFrames;
     QPainter painter(viewport());
     const LRCRowModel& rows = m_model.rows();
     const double bottom = m_offset + viewport()->height();
@@ -268,8 +314,11 @@ void LRCView::resizeEvent(QResizeEvent* event)
 void LRCView::changeEvent(QEvent* event)
 {
     QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
+        // Line changes no longer lay the rows out, so a new font does it at once.
         m_model.rows().setFont(font());
+        m_model.reloadData();
+    }
 }
 
 void LRCView::keyPressEvent(QKeyEvent* event)

@@ -69,6 +69,7 @@ public:
     double contentOffset() const override { return m_offset; }
     // Row pictures drawn since the view was made: what painting costs.
     int renderedRows() const { return m_renderedRows; }
+    int paintedFrames() const { return m_paintedFrames; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -80,18 +81,22 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    // A row's picture in each colour: a line change then only draws the newly lit row once.
     struct RowPicture {
-        bool lit = false;
-        QPixmap pixmap;
+        QPixmap pixmaps[2]; // normal, lit
     };
 
     void reloadData() override;
+    void highlightChanged() override;
+    int litRow() const;
+    void updateRow(int row);
     void scrollToOffset(double y, bool animated) override;
     void setContentOffset(double y) override;
     void beginAnimation(const QString& name, double y, double duration) override;
     void removeAllAnimations() override;
     void startAnimation(const QString& name, double y, double duration, bool linear);
     const QPixmap& pictureOfRow(int row);
+    bool paintedPositionChanges(double from, double to) const;
 
     LRCViewModel m_model;
     double m_offset = 0;
@@ -106,4 +111,6 @@ private:
     QString m_picturesKey;
     QString m_picturesText;
     int m_renderedRows = 0;
+    int m_paintedFrames = 0;
+    int m_litRow = -1; // the row last drawn lit
 };

@@ -5,8 +5,57 @@
 #include <QRawFont>
 #include <QTextOption>
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+// Glyph outlines by font and glyph. Asking the font engine for an outline runs the font's
+// hinting program each time, the main cost of drawing an outlined line, while lyrics reuse a
+// few hundred glyphs. The fonts are named, not held, so nothing outlives the application's.
+class OutlineMemo {
+public:
+    explicit OutlineMemo(const QRawFont& font)
+        : m_font(font)
+        , m_outlines(memo()[QStringList{
+              font.familyName(), font.styleName(), QString::number(font.pixelSize()),
+              QString::number(font.weight()), QString::number(int(font.style())),
+              QString::number(int(font.hintingPreference()))}
+                                .join(QLatin1Char('|'))])
+    {
+    }
+
+    QPainterPath outline(quint32 glyph)
+    {
+        const auto found = m_outlines.constFind(glyph);
+        if (found != m_outlines.cend())
+            return *found;
+        if (m_outlines.size() >= 4096) // a CJK lyric may use thousands: keep it bounded
+            m_outlines.clear();
+        return *m_outlines.insert(glyph, m_font.pathForGlyph(glyph));
+    }
+
+    // Bounded: beyond this many fonts the memo starts again.
+    static void trim()
+    {
+        if (memo().size() > 16)
+            memo().clear();
+    }
+
+private:
+    static QHash<QString, QHash<quint32, QPainterPath>>& memo()
+    {
+        static QHash<QString, QHash<quint32, QPainterPath>> outlines;
+        return outlines;
+    }
+
+    const QRawFont& m_font;
+    QHash<quint32, QPainterPath>& m_outlines;
+};
+
+} // namespace
 
 WrappedText::WrappedText(const QString& text, const QFont& font, double width, int maxLines,
                          double maxHeight)
@@ -59,15 +108,17 @@ void WrappedText::draw(QPainter& painter, const QRectF& rect, const QColor& colo
 QPainterPath WrappedText::path(const QRectF& rect) const
 {
     QPainterPath path;
+    OutlineMemo::trim();
     const QPointF at = origin(rect);
     for (int i = 0; i < m_lines; ++i) {
         const QTextLine line = m_layout->lineAt(i);
         for (const QGlyphRun& run : line.glyphRuns()) {
             const QRawFont font = run.rawFont();
+            OutlineMemo outlines(font);
             const auto indexes = run.glyphIndexes();
             const auto positions = run.positions();
             for (qsizetype g = 0; g < indexes.size(); ++g)
-                path.addPath(font.pathForGlyph(indexes[g]).translated(at + positions[g]));
+                path.addPath(outlines.outline(indexes[g]).translated(at + positions[g]));
         }
     }
     return path;

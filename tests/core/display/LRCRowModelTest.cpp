@@ -1,5 +1,6 @@
 #include "display/LRCRowModel.h"
 #include "FakeTextMeasurer.h"
+#include "display/RowHeights.h"
 #include "lyric/Lyric.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +104,61 @@ TEST_F(LRCRowModelTest, AReloadOfTheSameTextMeasuresNothing)
     rows.setViewSize({200, 201}); // a new width measures again
     rows.reloadData();
     EXPECT_GT(measurer.calls, before);
+}
+
+// 100,000 lines; every tenth is long enough to wrap, so its real height differs from the
+// one-line estimate a long lyric starts with.
+QString longLyric()
+{
+    QString text;
+    for (int i = 0; i < 100000; ++i)
+        text += QString::asprintf("[%d:%02d.00]", i / 60, i % 60) +
+                (i % 10 ? QStringLiteral("line %1").arg(i)
+                        : QStringLiteral("a long line that wraps at the view, %1").arg(i)) +
+                QLatin1Char('\n');
+    return text;
+}
+
+TEST_F(LRCRowModelTest, ALongLyricIsMeasuredOnlyAroundTheRowsAskedFor)
+{
+    load(longLyric());
+    ASSERT_EQ(rows.numberOfRows(), 100002);
+    EXPECT_LT(measurer.calls, 100);
+    for (const int row : {1, 50001, 99990}) {
+        rows.offsetForRowAtMiddle(row); // as the view scrolls to a row
+        const QRectF rect = rows.rectForRow(row);
+        EXPECT_DOUBLE_EQ(rect.height(), rows.heightOfCell(row));
+        // The rows the view shows around it are measured already and stack without gaps.
+        const int calls = measurer.calls;
+        EXPECT_DOUBLE_EQ(rows.rectForRow(row + 1).top(), rect.bottom());
+        EXPECT_DOUBLE_EQ(rows.rectForRow(row - 1).bottom(), rect.top());
+        EXPECT_EQ(rows.rowAtY(rect.center().y()), row);
+        EXPECT_EQ(rows.rectForRow(row), rect);
+        EXPECT_EQ(measurer.calls, calls);
+    }
+    EXPECT_LT(measurer.calls, 300);
+    EXPECT_GT(rows.unmeasuredRows(), 99000);
+}
+
+TEST(RowHeights, TopsAndRowsAtPointsFollowChangedHeights)
+{
+    std::vector<double> heights = {10, 0, 5, 25.5, 0, 0, 7, 100, 1, 3, 12};
+    RowHeights tree;
+    tree.assign(heights);
+    heights[3] = 2;
+    tree.setHeight(3, 2);
+    heights[5] = 9;
+    tree.setHeight(5, 9);
+    double top = 0;
+    for (std::size_t row = 0; row < heights.size(); ++row) {
+        EXPECT_DOUBLE_EQ(tree.top(row), top);
+        if (heights[row] > 0) {
+            EXPECT_EQ(tree.rowAt(top), row); // rows of no height before it are passed over
+            EXPECT_EQ(tree.rowAt(top + heights[row] - 0.25), row);
+        }
+        top += heights[row];
+    }
+    EXPECT_DOUBLE_EQ(tree.total(), top);
 }
 
 } // namespace

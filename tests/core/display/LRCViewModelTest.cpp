@@ -248,4 +248,20 @@ TEST_F(LRCViewModelTest, DraggingIsOffUnlessEnabled)
     EXPECT_FLOAT_EQ(reported[0], 0); // centre at 120: line 0
 }
 
+TEST_F(LRCViewModelTest, LineChangesInALongLyricMeasureNoMoreThanTheViewShows)
+{
+    // More distinct lines than the measurements remembered: a relayout would measure again.
+    QString text;
+    for (int i = 0; i < 30000; ++i)
+        text += QString::asprintf("[%d:%02d.00]line %d\n", i / 60, i % 60, i);
+    lyric.parseLRCcontent(text);
+    view.reloadData();
+    measurer.calls = 0;
+    for (const float seconds : {3000.0f, 3001.0f, 3002.0f, 60.0f, 61.0f})
+        view.updatePlayerTime(seconds);
+    EXPECT_EQ(view.currentLRCindex(), 61);
+    EXPECT_LT(measurer.calls, 100);
+    EXPECT_DOUBLE_EQ(host.scrolls.back().first, view.rows().offsetForRowAtMiddle(62));
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "display/SingleLineView.h"
 #include "display/VSEffectLabel.h"
 #include "display/WindowFrameAutosave.h"
+#include "display/WrappedText.h"
 #include "settings/Settings.h"
 #include "support/TempHome.h"
 
@@ -73,6 +74,20 @@ TEST(VSEffectLabel, SettingTheStrokeAloneDoesNotRepaint)
     label.setTextColor(Qt::gray);
     label.repaint(); // what the scheduled update does, made synchronous for the count
     EXPECT_GT(label.paints, before);
+}
+
+TEST(WrappedText, OutlinesAreEachFontsOwnWhateverWasOutlinedBefore)
+{
+    QFont small;
+    small.setPixelSize(12);
+    QFont large = small;
+    large.setPixelSize(36);
+    const QRectF box(0, 0, 400, 100);
+    const QString text = QStringLiteral("Ag");
+    const QPainterPath first = WrappedText(text, small, 400).path(box); // remembered from here
+    const QPainterPath big = WrappedText(text, large, 400).path(box);
+    EXPECT_GT(big.boundingRect().height(), 2.5 * first.boundingRect().height());
+    EXPECT_EQ(WrappedText(text, small, 400).path(box), first);
 }
 
 class SingleLineTest : public ::testing::Test {

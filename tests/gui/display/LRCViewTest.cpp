@@ -73,12 +73,53 @@ TEST(LRCView, RowsAreDrawnOncePerReloadNotPerPaint)
     EXPECT_GT(first, 0);
     view.grab();
     EXPECT_EQ(view.renderedRows(), first);
-    view.setCurrentLRCIndex(0); // a line change redraws the two rows whose colour changed
+    view.setCurrentLRCIndex(0); // a line change draws the newly lit row once
     view.grab();
     EXPECT_EQ(view.renderedRows(), first + 1);
-    view.setCurrentLRCIndex(1);
+    view.setCurrentLRCIndex(1); // the row that goes out keeps its picture in the normal colour
     view.grab();
-    EXPECT_EQ(view.renderedRows(), first + 3);
+    EXPECT_EQ(view.renderedRows(), first + 2);
+}
+
+TEST(LRCView, ANewFontLaysTheRowsOutAtOnce)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(lyricOf(5));
+    LRCView view;
+    view.resize(400, 300);
+    view.setParser(&lyric);
+    const double before = view.model().rows().heightForRow(1);
+    QFont large = view.font();
+    large.setPixelSize(60);
+    view.setFont(large);
+    EXPECT_GT(view.model().rows().heightForRow(1), 1.5 * before);
+}
+
+TEST(LRCView, AScrollOfLessThanAPixelPaintsNothing)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(lyricOf(20, QStringLiteral("line %1"), 100));
+    LRCView view;
+    view.resize(400, 300);
+    view.setParser(&lyric);
+    view.show();
+    QElapsedTimer waited;
+    waited.start();
+    while (view.paintedFrames() == 0 && waited.elapsed() < 10000)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    const double halfRow = view.model().rows().rectForRow(3).height() * 0.5;
+    // Line 2 runs from 200 s to 300 s and scrolls half its row meanwhile: a time within it
+    // whose offset is `pixels` past the line's own.
+    const auto moveBy = [&](double pixels) {
+        view.updatePositionAtPlayTime(float(200 + 100 * pixels / halfRow), true);
+        QApplication::processEvents();
+        return view.paintedFrames();
+    };
+    const int first = view.paintedFrames();
+    const int settled = moveBy(0.2);
+    EXPECT_EQ(settled, first + 1);
+    EXPECT_EQ(moveBy(0.4), settled);
+    EXPECT_EQ(moveBy(1.3), settled + 1);
 }
 
 TEST(LRCView, TheAnimationChainAdvancesLineByLine)
