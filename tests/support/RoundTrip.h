@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/DistributedNotificationCenter.h"
+#include "support/PlayerProcess.h"
+
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+
+// Proofs that something did not happen, without waiting a fixed time: each makes a round trip
+// whose answer must come after the event in question, so that once it has come, an event that
+// has not been seen will not be.
+
+// Every notice this process posted before has reached its observers: the bus keeps one
+// sender's messages in order, so a marker posted now comes back after them.
+inline bool postedNoticesDelivered()
+{
+    static int serial = 0;
+    auto& center = DistributedNotificationCenter::defaultCenter();
+    const QString marker = QStringLiteral("org.versewick.test.marker%1").arg(++serial);
+    bool seen = false;
+    const auto observation = center.observe(
+        marker, {}, [&](const QString&, const QString&, const QVariantMap&) { seen = true; });
+    return center.post(marker, QStringLiteral("org.versewick.test")) &&
+           waitFor([&] { return seen; });
+}
+
+// Every signal the bus sent this process before (name owner changes) has been handled: its
+// answer to a call made now is queued behind them.
+inline bool busSignalsDelivered()
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
+    QDBusPendingCallWatcher watcher(QDBusConnection::sessionBus().asyncCall(call));
+    bool answered = false;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&] { answered = true; });
+    return waitFor([&] { return answered; });
+}
