@@ -24,15 +24,33 @@ inline bool postedNoticesDelivered()
            waitFor([&] { return seen; });
 }
 
+namespace roundtrip {
+// Waits for the answer to a call made now.
+inline bool answered(const QDBusMessage& call)
+{
+    QDBusPendingCallWatcher watcher(QDBusConnection::sessionBus().asyncCall(call));
+    bool done = false;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&] { done = true; });
+    return waitFor([&] { return done; });
+}
+} // namespace roundtrip
+
 // Every signal the bus sent this process before (name owner changes) has been handled: its
 // answer to a call made now is queued behind them.
 inline bool busSignalsDelivered()
 {
-    const QDBusMessage call = QDBusMessage::createMethodCall(
+    return roundtrip::answered(QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
-    QDBusPendingCallWatcher watcher(QDBusConnection::sessionBus().asyncCall(call));
-    bool answered = false;
-    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&] { answered = true; });
-    return waitFor([&] { return answered; });
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+}
+
+// Every signal this MPRIS player sent before, and every call this process made to it before,
+// has been handled here: it answers in order, and its answers and signals leave in order.
+inline bool mprisPlayerAnswered(const QString& busName)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        busName, QStringLiteral("/org/mpris/MediaPlayer2"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << QStringLiteral("org.mpris.MediaPlayer2.Player") << QStringLiteral("PlaybackStatus");
+    return roundtrip::answered(call);
 }
