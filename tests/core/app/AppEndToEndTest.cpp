@@ -17,7 +17,9 @@
 #include <QThread>
 #include <QUrlQuery>
 
+#include <atomic>
 #include <csignal>
+#include <memory>
 #include <sys/resource.h>
 
 namespace {
@@ -346,9 +348,14 @@ TEST_F(EndToEnd, ARepeatedITunesNoticeStartsNoSearch)
 
 TEST_F(EndToEnd, ALatePluginAnswerIsInstalled)
 {
-    // The search for the first song answers after the second song's lyric is shown.
-    plugin.route("/list", [](const RawHttpServer::Request&, QTcpSocket& socket) {
-        QThread::msleep(1500);
+    // The search for the first song answers once the second song's lyric is shown (or after a
+    // limit, should it never be).
+    const auto shown = std::make_shared<std::atomic<bool>>(false);
+    plugin.route("/list", [shown](const RawHttpServer::Request&, QTcpSocket& socket) {
+        QElapsedTimer limit;
+        limit.start();
+        while (!*shown && limit.elapsed() < 20000)
+            QThread::msleep(10);
         RawHttpServer::status(200, R"({"items":[{"artist":"Ann","title":"Rain","id":"1"}]})")(
             {}, socket);
     });
@@ -359,6 +366,7 @@ TEST_F(EndToEnd, ALatePluginAnswerIsInstalled)
     ASSERT_TRUE(waitFor([&] { return !plugin.requests().isEmpty(); }));
     player->send("next");
     ASSERT_TRUE(waitLoaded(AppState::Folder));
+    *shown = true;
     // The players of old install a late answer like any other.
     ASSERT_TRUE(waitLoaded(AppState::Plugin));
     EXPECT_EQ(app->lyric()->contents(), QString::fromUtf8(kOnline));
