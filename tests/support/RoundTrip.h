@@ -54,3 +54,12 @@ inline bool mprisPlayerAnswered(const QString& busName)
     call << QStringLiteral("org.mpris.MediaPlayer2.Player") << QStringLiteral("PlaybackStatus");
     return roundtrip::answered(call);
 }
+
+// Every signal this peer sent before has been handled here: its answer to a call made now
+// leaves after them.
+inline bool peerAnswered(const QString& busName)
+{
+    return roundtrip::answered(QDBusMessage::createMethodCall(
+        busName, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
+        QStringLiteral("Ping")));
+}
