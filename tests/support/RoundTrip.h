@@ -63,3 +63,19 @@ inline bool peerAnswered(const QString& busName)
         busName, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
         QStringLiteral("Ping")));
 }
+
+// Everything this process heard of these MPRIS players (org.mpris.MediaPlayer2.<name>) so far
+// has been handled: their arrival on the bus, their signals, and the answers to its reads and
+// to the reads those caused.
+inline bool mprisPlayersSettled(const QStringList& names)
+{
+    if (!busSignalsDelivered())
+        return false;
+    for (int round = 0; round < 2; ++round) {
+        for (const QString& name : names) {
+            if (!mprisPlayerAnswered(QStringLiteral("org.mpris.MediaPlayer2.") + name))
+                return false;
+        }
+    }
+    return true;
+}

@@ -49,20 +49,6 @@ protected:
         s->setCallBack(&target, "songChanged", "appStateChanged");
         return s;
     }
-    // Everything the source heard of these players so far has been handled: their arrival on
-    // the bus, their signals, and the answers to its reads and to the reads those caused.
-    static bool settled(const QStringList& names)
-    {
-        if (!busSignalsDelivered())
-            return false;
-        for (int round = 0; round < 2; ++round) {
-            for (const QString& name : names) {
-                if (!mprisPlayerAnswered("org.mpris.MediaPlayer2." + name))
-                    return false;
-            }
-        }
-        return true;
-    }
     static bool follows(const MusicSourceMpris& s, const QString& name)
     {
         return waitFor([&] { return s.name() == name; });
@@ -82,7 +68,7 @@ TEST_F(Mpris, PlayingBeatsPausedAndTheMostRecentWins)
     auto a = player("alpha", "Alpha");
     auto b = player("beta", "Beta");
     // Only stopped players: none is followed, the source does not run.
-    ASSERT_TRUE(settled({"alpha", "beta"}));
+    ASSERT_TRUE(mprisPlayersSettled({"alpha", "beta"}));
     EXPECT_FALSE(s->isRunning());
 
     run(*a, "play");
@@ -123,10 +109,10 @@ TEST_P(MprisIgnore, AnIgnoredPlayerIsNeverFollowed)
     ASSERT_TRUE(follows(*s, "Alpha"));
     run(*vlc1, "play");
     // The echo can beat the player's signal to the bus: let vlc1's start be seen first.
-    ASSERT_TRUE(settled({"vlc.instance123"}));
+    ASSERT_TRUE(mprisPlayersSettled({"vlc.instance123"}));
     run(*vlc2, "play");
     // Never the ignored ones, although they started playing later.
-    ASSERT_TRUE(settled({"vlc.instance456"}));
+    ASSERT_TRUE(mprisPlayersSettled({"vlc.instance456"}));
     EXPECT_EQ(s->name(), "Alpha");
     a.reset();
     ASSERT_TRUE(waitFor([&] { return !s->isRunning(); }));
