@@ -290,7 +290,8 @@ TEST_F(Sources, ASilentQQMusicServiceBlocksForFiveSecondsOnly)
     // The player's launch and its notices come over the bus, not its output: they must reach
     // this process before the source exists, or the source probes the service again once it
     // is silent.
-    waitFor([] { return false; }, 300);
+    ASSERT_TRUE(busSignalsDelivered());
+    ASSERT_TRUE(peerAnswered("com.tencent.QQMusicMac"));
     MusicSourceQQMusic qq(workspace(), center());
     qq.setCallBack(nullptr, {}, {});
     ASSERT_TRUE(qq.isRunning());
