@@ -4,6 +4,7 @@
 #include "AppFixture.h"
 #include "app/AppState.h"
 #include "support/PlayerProcess.h"
+#include "support/RoundTrip.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -57,7 +58,8 @@ TEST_F(MprisSongRoad, TheMenuFollowsTheFollowedPlayerAndAStoppedOneIsNotFollowed
     auto b = player("beta", {{"artist", "Ann"}, {"title", "Rain"}});
     launchFollowingMpris();
     // Both only stopped: nothing is followed.
-    waitFor([] { return false; }, 500);
+    ASSERT_TRUE(mprisPlayersSettled({"alpha", "beta"}));
+    timers.fire();
     EXPECT_EQ(app->musicSource(), 0);
     run(*a, "play");
     run(*a, "pause");

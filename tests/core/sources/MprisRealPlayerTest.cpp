@@ -71,7 +71,7 @@ TEST(MprisRealPlayer, FollowsMpv)
         EXPECT_EQ(source.track()->title(), "Tone");
         EXPECT_EQ(source.track()->artist(), "Sine");
         EXPECT_EQ(source.song().localFilePath(), song);
-        waitFor([] { return false; }, 2500);
+        waitFor([] { return false; }, 2500); // time must pass for the position to move
         EXPECT_NEAR(source.location(), 22.65, 1.5);
     }
     mpv.kill();

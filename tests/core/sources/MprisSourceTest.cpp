@@ -4,6 +4,7 @@
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"
+#include "support/RoundTrip.h"
 #include "support/TempHome.h"
 
 #include <QDBusConnection>
@@ -67,7 +68,8 @@ TEST_F(Mpris, PlayingBeatsPausedAndTheMostRecentWins)
     auto a = player("alpha", "Alpha");
     auto b = player("beta", "Beta");
     // Only stopped players: none is followed, the source does not run.
-    EXPECT_FALSE(waitFor([&] { return s->isRunning(); }, 1000));
+    ASSERT_TRUE(mprisPlayersSettled({"alpha", "beta"}));
+    EXPECT_FALSE(s->isRunning());
 
     run(*a, "play");
     ASSERT_TRUE(follows(*s, "Alpha"));
@@ -107,10 +109,11 @@ TEST_P(MprisIgnore, AnIgnoredPlayerIsNeverFollowed)
     ASSERT_TRUE(follows(*s, "Alpha"));
     run(*vlc1, "play");
     // The echo can beat the player's signal to the bus: let vlc1's start be seen first.
-    waitFor([] { return false; }, 300);
+    ASSERT_TRUE(mprisPlayersSettled({"vlc.instance123"}));
     run(*vlc2, "play");
     // Never the ignored ones, although they started playing later.
-    EXPECT_FALSE(waitFor([&] { return s->name() != "Alpha"; }, 1500)) << s->name().toStdString();
+    ASSERT_TRUE(mprisPlayersSettled({"vlc.instance456"}));
+    EXPECT_EQ(s->name(), "Alpha");
     a.reset();
     ASSERT_TRUE(waitFor([&] { return !s->isRunning(); }));
 
@@ -170,7 +173,7 @@ TEST_F(Mpris, PositionFollowsSeekedAndRate)
     run(*p, "play");
     QElapsedTimer clock;
     clock.start();
-    waitFor([] { return false; }, 1000);
+    waitFor([] { return false; }, 1000); // time must pass for the position to move
     const double elapsed = double(clock.elapsed()) / 1000.0;
     EXPECT_NEAR(s->location(), 30.15 + 2 * elapsed, 0.5);
 
@@ -212,7 +215,7 @@ TEST_P(MprisFaults, PositionKeepsMovingAndNothingBlocks)
     ASSERT_TRUE(waitFor([&] { return s->isRunning(); }));
     QElapsedTimer clock;
     clock.start();
-    waitFor([] { return false; }, 5000);
+    waitFor([] { return false; }, 5000); // time must pass for the position to move
     EXPECT_EQ(s->name(), QString::fromUtf8(GetParam().name));
     const QString title = QString::fromUtf8(GetParam().title);
     EXPECT_EQ(s->track() ? s->track()->title() : QString(), title);
