@@ -53,11 +53,12 @@ void SourceLoop::handleSong(PlayerSource& source)
         return;
     m_state.setSong(song.artist, song.title);
     Q_EMIT songChanged(song);
+    startSearch(song);
+    // The search has started (and says so) before the song is announced.
     if (m_settings.isShowChangeSongNotify()) {
         if (const auto shown = source.announcement())
             Q_EMIT songAnnounced({shown->title, shown->artist, shown->album, shown->duration});
     }
-    startSearch(song);
 }
 
 // The tag is read here (a player's scripting call); the rest of the lookup runs off the main

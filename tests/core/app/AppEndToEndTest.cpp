@@ -143,6 +143,10 @@ TEST_F(EndToEnd, AnITunesTagLyricIsCopiedToTheFolderWithoutReplacingAFile)
     EXPECT_TRUE(ports.entries("notification.disappear").isEmpty());
     EXPECT_EQ(ports.entries("notification.show"),
               (QStringList{"notification.show Rain / Ann", "notification.show Snow / Bo"}));
+    // Each song's search starts, and says so, before the song is announced.
+    EXPECT_EQ(ports.log.filter(QRegularExpression("^(view.info fetching|notification.show)")),
+              (QStringList{"view.info fetching lyrics...", "notification.show Rain / Ann",
+                           "view.info fetching lyrics...", "notification.show Snow / Bo"}));
 }
 
 TEST_F(EndToEnd, APluginLyricReplacesTheFileIsTaggedAndIsShared)
