@@ -85,7 +85,7 @@ bool isConnectionLost(int error)
 struct Reply {
     int error = 0;
     sd_bus_message* message = nullptr;
-    sd_bus_error busError = SD_BUS_ERROR_NULL;
+    sd_bus_error busError{}; // SD_BUS_ERROR_NULL, without its C compound literal
     Reply() = default;
     Reply(const Reply&) = delete;
     Reply& operator=(const Reply&) = delete;
