@@ -1,17 +1,17 @@
 // The application controller against the simulator, on a session bus:
 //   dbus-run-session -- build/bin/app_bench
 // The follower's CPU over a minute is measured by bench/follow_cpu.sh.
-#include "app/AppDelegate.h"
-#include "app/AppState.h"
-#include "app/UpdateTimer.h"
-#include "lyric/Lyric.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
-#include "sources/JukoraControl.h"
-#include "sources/iTunesControl.h"
-#include "store/LyricControl.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/AppState.h"
+#include "core/app/UpdateTimer.h"
+#include "core/lyric/Lyric.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/iTunesControl.h"
+#include "core/store/LyricControl.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,11 +1,11 @@
 // The scrolling view's line change and the per-tick update, with the system's fonts.
 //   QT_QPA_PLATFORM=offscreen build/bin/display_bench
 #include "LargeLrc.h"
-#include "display/FontTextMeasurer.h"
-#include "display/LRCView.h"
-#include "display/LRCViewHost.h"
-#include "display/LRCViewModel.h"
-#include "lyric/Lyric.h"
+#include "core/display/FontTextMeasurer.h"
+#include "core/display/LRCViewHost.h"
+#include "core/display/LRCViewModel.h"
+#include "core/lyric/Lyric.h"
+#include "gui/display/LRCView.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,7 +2,7 @@
 //   build/bin/lyric_bench
 #include "LargeLrc.h"
 
-#include "lyric/Lyric.h"
+#include "core/lyric/Lyric.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 // Script conversion, request codes and the server's XML answers.
 //   build/bin/online_bench
-#include "online/QQFetchHelper.h"
-#include "text/PLTranslatorZh.h"
+#include "core/online/QQFetchHelper.h"
+#include "core/text/PLTranslatorZh.h"
 
 #include <benchmark/benchmark.h>
 

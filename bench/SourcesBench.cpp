@@ -1,11 +1,11 @@
 // The player sources against the simulator, on a session bus:
 //   dbus-run-session -- build/bin/sources_bench
 // SOURCES_BENCH_SECONDS shortens the CPU measurement (default 60 s).
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "sources/iTunesControl.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/MusicSourceQQMusic.h"
+#include "core/sources/iTunesControl.h"
 
 #include <benchmark/benchmark.h>
 

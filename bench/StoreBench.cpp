@@ -1,7 +1,7 @@
 // The lyrics folder: listing a large folder and reading one stored lyric.
 //   build/bin/store_bench
-#include "lyric/Lyric.h"
-#include "store/LyricControl.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // Arbitrary bytes as an audio file of each format TagLib reads lyrics from: the first byte
 // chooses the format, the rest is the file. The tag reader must answer (texts or nothing)
 // without crashing or hanging, and so must the choice of which text is a lyric.
-#include "audiofile/AudioTagReader.h"
-#include "audiofile/TagLyricText.h"
+#include "core/audiofile/AudioTagReader.h"
+#include "core/audiofile/TagLyricText.h"
 
 #include <QByteArray>
 

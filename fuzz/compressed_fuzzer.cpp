@@ -1,6 +1,6 @@
 // The compressed text form of a lyric block: Base64 decoding and bounded inflation of
 // arbitrary input, and the round trip of arbitrary bytes.
-#include "foundation/DataAdditions.h"
+#include "core/foundation/DataAdditions.h"
 
 #include <QString>
 

@@ -1,5 +1,5 @@
 // The translation service's JSON answers.
-#include "text/PLTranslator.h"
+#include "core/text/PLTranslator.h"
 
 #include <QString>
 

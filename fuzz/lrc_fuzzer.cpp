@@ -3,10 +3,10 @@
 // scanners from the grammar is a finding; so is one of the offset tag search, or of the
 // start time sort from the stable merge sort it stands in for (the input's bytes read as
 // start times, NaN and infinities included).
-#include "lyric/LrcLineScanner.h"
-#include "lyric/LrcPatterns.h"
-#include "lyric/Lyric.h"
-#include "lyric/StartTimeSort.h"
+#include "core/lyric/LrcLineScanner.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/lyric/Lyric.h"
+#include "core/lyric/StartTimeSort.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // QQMusic's "/all" answers: any text splits into exactly four parts or is ignored, and the
 // position reads as a number or 0.
-#include "lyric/LrcPatterns.h"
-#include "sources/MusicSourceQQMusic.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/sources/MusicSourceQQMusic.h"
 
 #include <QString>
 

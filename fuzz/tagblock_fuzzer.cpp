@@ -1,8 +1,8 @@
 // A track's lyrics tag as any player or user may have left it: the block reader must answer
 // (a lyric or nothing) without crashing, hanging or inflating without bound. Inputs that look
 // like LRC are also embedded and read back, which must give the text unchanged.
-#include "lyric/Lyric.h"
-#include "store/LyricTagBlock.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricTagBlock.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 // The lyric server's XML answers: any bytes must give a list (possibly empty) without a
 // crash, a hang, or a look at the network or the disk.
-#include "online/QQFetchHelper.h"
+#include "core/online/QQFetchHelper.h"
 
 #include <QByteArray>
 

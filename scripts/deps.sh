@@ -14,7 +14,7 @@ packages=(
   xvfb xauth dbus fonts-dejavu-core fonts-wqy-microhei
   libxcb1-dev
   ffmpeg mpv mpv-mpris
-  lintian desktop-file-utils appstream
+  lintian desktop-file-utils appstream python3
 )
 
 missing=()

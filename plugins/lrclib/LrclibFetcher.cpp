@@ -1,7 +1,7 @@
 #include "LrclibFetcher.h"
 
 #include "LrclibAnswer.h"
-#include "app/LrcFetcherProtocol.h"
+#include "core/app/LrcFetcherProtocol.h"
 
 #include <QSettings>
 

@@ -1,9 +1,7 @@
 #include "LrcServerFetcher.h"
 
-#include "app/LrcFetcherProtocol.h"
-#include "foundation/TextDecoding.h"
-#include "online/QQFetchHelper.h"
-#include "settings/ServiceAddresses.h"
+#include "LyricServerProtocol.h"
+#include "core/app/LrcFetcherProtocol.h"
 
 LrcServerFetcher::LrcServerFetcher(QObject* parent)
     : QObject(parent)
@@ -17,8 +15,8 @@ void LrcServerFetcher::setDelegate(QObject* delegate)
 
 void LrcServerFetcher::lyricsListForArtist(const QString& artist, const QString& song)
 {
-    const QString host = ServiceAddresses().lyricServerHost();
-    m_http.get(QQFetchHelper::urlForLRCsearching(artist, song, host),
+    const QString host = lyricserver::host();
+    m_http.get(lyricserver::searchUrl(artist, song, host),
                [this, host](const PluginHttpGet::Outcome& outcome) {
                    if (!outcome.answered) {
                        lrcfetcher::sendListFetchFailed(m_delegate, outcome.error);
@@ -26,30 +24,20 @@ void LrcServerFetcher::lyricsListForArtist(const QString& artist, const QString&
                    }
                    // Whatever the server answered: an answer without results is an empty
                    // list, as the protocol has it.
-                   QVariantList items;
-                   for (const LRCListItem& result :
-                        QQFetchHelper::lrcListItemsFromXML(outcome.body, host)) {
-                       items.append(QVariantMap{{QStringLiteral("artist"), result.artist()},
-                                                {QStringLiteral("title"), result.title()},
-                                                {QStringLiteral("id"), qint64(result.uid())}});
-                   }
-                   lrcfetcher::sendListFetched(m_delegate, items);
+                   lrcfetcher::sendListFetched(m_delegate,
+                                               lyricserver::searchResults(outcome.body, host));
                });
 }
 
 void LrcServerFetcher::lyricsContents(const QVariant& item)
 {
-    const QVariantMap fields = item.toMap();
-    const QUrl url = QQFetchHelper::urlForLRCfetching(
-        fields.value(QStringLiteral("id")).toLongLong(),
-        fields.value(QStringLiteral("artist")).toString(),
-        fields.value(QStringLiteral("title")).toString(), ServiceAddresses().lyricServerHost());
+    const QUrl url = lyricserver::lyricUrl(item.toMap(), lyricserver::host());
     m_http.get(url, [this, item](const PluginHttpGet::Outcome& outcome) {
         if (!outcome.answered) {
             lrcfetcher::sendContentFetchFailed(m_delegate, outcome.error);
             return;
         }
-        const auto text = foundation::decodeText(outcome.body, foundation::kUTF8Encoding);
+        const auto text = lyricserver::lyricText(outcome.body);
         if (outcome.status != 200 || !text || text->trimmed().isEmpty()) {
             lrcfetcher::sendContentFetchFailed(
                 m_delegate, QStringLiteral("the lyric server gave no lyric text (status %1)")

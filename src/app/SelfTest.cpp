@@ -1,7 +1,7 @@
 #include "SelfTest.h"
 
-#include "app/LyricPluginLoader.h"
-#include "foundation/Translations.h"
+#include "core/app/LyricPluginLoader.h"
+#include "core/foundation/Translations.h"
 
 #include <QCoreApplication>
 #include <QDir>

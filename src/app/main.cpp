@@ -1,10 +1,10 @@
 // versewick: the desktop application. Builds the windows, the status menu and the desktop
 // behind the controller's ports, owns com.morvane.Versewick, and runs until Quit.
-#include "app/DesktopApplication.h"
-#include "app/PlatformChoice.h"
-#include "app/SingleInstance.h"
-#include "foundation/Translations.h"
-#include "tray/AppIcon.h"
+#include "core/foundation/Translations.h"
+#include "gui/app/DesktopApplication.h"
+#include "gui/app/PlatformChoice.h"
+#include "gui/app/SingleInstance.h"
+#include "gui/tray/AppIcon.h"
 
 #include "QuitOnSignal.h"
 #include "SelfTest.h"

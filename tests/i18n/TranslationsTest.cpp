@@ -1,5 +1,5 @@
-#include "foundation/Translations.h"
-#include "app/AppTexts.h"
+#include "core/foundation/Translations.h"
+#include "core/app/AppTexts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

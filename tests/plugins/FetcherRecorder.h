@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/LrcFetcherProtocol.h"
-#include "app/LyricPluginLoader.h"
+#include "core/app/LrcFetcherProtocol.h"
+#include "core/app/LyricPluginLoader.h"
 
 #include "support/PlayerProcess.h"
 

@@ -1,7 +1,7 @@
 #include "FetcherRecorder.h"
 #include "PluginTestHome.h"
 
-#include "online/QQFetchHelper.h"
+#include "core/online/QQFetchHelper.h"
 
 #include "support/QtPrinters.h"
 #include "support/RawHttpServer.h"

@@ -1,4 +1,4 @@
-#include "app/LyricPluginLoader.h"
+#include "core/app/LyricPluginLoader.h"
 
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/DistributedNotificationCenter.h"
+#include "core/platform/DistributedNotificationCenter.h"
 #include "support/PlayerProcess.h"
 
 #include <QDBusConnection>

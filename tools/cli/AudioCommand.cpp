@@ -2,10 +2,10 @@
 
 #include "CliSupport.h"
 
-#include "audiofile/AudioFileLyrics.h"
-#include "audiofile/AudioLyricsTransfer.h"
-#include "audiofile/AudioTagReader.h"
-#include "lyric/Lyric.h"
+#include "core/audiofile/AudioFileLyrics.h"
+#include "core/audiofile/AudioLyricsTransfer.h"
+#include "core/audiofile/AudioTagReader.h"
+#include "core/lyric/Lyric.h"
 
 #include <QDirIterator>
 #include <QFileInfo>

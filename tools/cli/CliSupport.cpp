@@ -1,7 +1,7 @@
 #include "CliSupport.h"
 
-#include "foundation/RegularFile.h"
-#include "lyric/Lyric.h"
+#include "core/foundation/RegularFile.h"
+#include "core/lyric/Lyric.h"
 
 #include <QFile>
 #include <QJsonArray>

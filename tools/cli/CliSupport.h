@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/RegularFile.h"
+#include "core/foundation/RegularFile.h"
 
 #include <QJsonValue>
 #include <QString>

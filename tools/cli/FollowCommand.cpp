@@ -4,11 +4,11 @@
 #include "StatusLine.h"
 #include "TerminalPrinter.h"
 
-#include "app/AppDBusService.h"
-#include "app/AppDelegate.h"
-#include "app/HeadlessApplication.h"
-#include "app/PlayerSource.h"
-#include "settings/Settings.h"
+#include "core/app/AppDBusService.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/HeadlessApplication.h"
+#include "core/app/PlayerSource.h"
+#include "core/settings/Settings.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -2,7 +2,7 @@
 
 #include "CliSupport.h"
 
-#include "lyric/Lyric.h"
+#include "core/lyric/Lyric.h"
 
 namespace cli {
 namespace {

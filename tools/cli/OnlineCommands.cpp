@@ -2,13 +2,13 @@
 
 #include "CliSupport.h"
 
-#include "foundation/TextDecoding.h"
-#include "http/BlockingGet.h"
-#include "http/PLHttpClient.h"
-#include "online/QQFetchHelper.h"
-#include "settings/ServiceAddresses.h"
-#include "text/PLTranslator.h"
-#include "text/PLTranslatorZh.h"
+#include "core/foundation/TextDecoding.h"
+#include "core/http/BlockingGet.h"
+#include "core/http/PLHttpClient.h"
+#include "core/online/QQFetchHelper.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/text/PLTranslator.h"
+#include "core/text/PLTranslatorZh.h"
 
 #include <QJsonValue>
 

@@ -1,8 +1,8 @@
 #include "CliSupport.h"
 #include "StoreCommand.h"
 
-#include "settings/NSFontTransformer.h"
-#include "settings/Settings.h"
+#include "core/settings/NSFontTransformer.h"
+#include "core/settings/Settings.h"
 
 #include <QColor>
 #include <QJsonObject>

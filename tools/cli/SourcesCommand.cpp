@@ -2,12 +2,12 @@
 
 #include "CliSupport.h"
 
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "sources/iTunesControl.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/MusicSourceKind.h"
+#include "core/sources/MusicSourceQQMusic.h"
+#include "core/sources/iTunesControl.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

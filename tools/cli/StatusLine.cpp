@@ -2,9 +2,9 @@
 
 #include "CliSupport.h"
 
-#include "app/AppDelegate.h"
-#include "app/AppState.h"
-#include "lyric/Lyric.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/AppState.h"
+#include "core/lyric/Lyric.h"
 
 #include <QTimer>
 

@@ -2,11 +2,11 @@
 
 #include "CliSupport.h"
 
-#include "foundation/StringAdditions.h"
-#include "lyric/Lyric.h"
-#include "store/LyricControl.h"
-#include "store/LyricFiles.h"
-#include "store/LyricTagBlock.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
+#include "core/store/LyricFiles.h"
+#include "core/store/LyricTagBlock.h"
 
 #include <QFileInfo>
 

@@ -2,7 +2,7 @@
 
 #include "CliSupport.h"
 
-#include "app/AppState.h"
+#include "core/app/AppState.h"
 
 #include <cstdio>
 

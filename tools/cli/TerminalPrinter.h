@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/LyricPanelPort.h"
-#include "app/LyricViewPort.h"
-#include "app/SingleLinePort.h"
-#include "app/StatusMenuPort.h"
+#include "core/app/LyricPanelPort.h"
+#include "core/app/LyricViewPort.h"
+#include "core/app/SingleLinePort.h"
+#include "core/app/StatusMenuPort.h"
 
 #include <QObject>
 

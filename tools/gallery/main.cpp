@@ -6,15 +6,15 @@
 //                     [--lyric FILE.lrc] [--generate LINES] [--notification-stays]
 #include "Backdrop.h"
 #include "SampleLyric.h"
-#include "app/DesktopPort.h"
-#include "display/AppController.h"
-#include "display/HUDWindow.h"
-#include "display/NotificationWindowController.h"
-#include "display/SingleLineModeController.h"
-#include "lyric/Lyric.h"
-#include "preferences/PreferenceController.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
+#include "core/app/DesktopPort.h"
+#include "core/lyric/Lyric.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
+#include "gui/display/AppController.h"
+#include "gui/display/HUDWindow.h"
+#include "gui/display/NotificationWindowController.h"
+#include "gui/display/SingleLineModeController.h"
+#include "gui/preferences/PreferenceController.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

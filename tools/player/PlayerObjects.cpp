@@ -1,7 +1,7 @@
 #include "PlayerObjects.h"
 
-#include "sources/iTunesControl.h"
-#include "sources/iTunesScripting.h"
+#include "core/sources/iTunesControl.h"
+#include "core/sources/iTunesScripting.h"
 
 ITunesApplicationObject::ITunesApplicationObject(Playback& playback, QString version,
                                                  std::function<void(QString)> command)

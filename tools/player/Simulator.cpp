@@ -2,7 +2,7 @@
 
 #include "PlayerObjects.h"
 
-#include "platform/DistributedNotificationCenter.h"
+#include "core/platform/DistributedNotificationCenter.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

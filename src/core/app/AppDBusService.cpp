@@ -1,9 +1,9 @@
-#include "app/AppDBusService.h"
+#include "core/app/AppDBusService.h"
 
-#include "app/AppDelegate.h"
-#include "foundation/RegularFile.h"
-#include "foundation/SystemLog.h"
-#include "lyric/Lyric.h"
+#include "core/app/AppDelegate.h"
+#include "core/foundation/RegularFile.h"
+#include "core/foundation/SystemLog.h"
+#include "core/lyric/Lyric.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

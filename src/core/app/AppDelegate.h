@@ -1,13 +1,13 @@
 #pragma once
 
-#include "app/AppEnvironment.h"
-#include "app/AppPorts.h"
-#include "app/AppState.h"
-#include "app/ShownLyric.h"
-#include "app/SourceLoop.h"
-#include "app/StatusMenuPort.h"
-#include "sources/iTunesControl.h"
-#include "store/LyricControlDelegate.h"
+#include "core/app/AppEnvironment.h"
+#include "core/app/AppPorts.h"
+#include "core/app/AppState.h"
+#include "core/app/ShownLyric.h"
+#include "core/app/SourceLoop.h"
+#include "core/app/StatusMenuPort.h"
+#include "core/sources/iTunesControl.h"
+#include "core/store/LyricControlDelegate.h"
 
 #include <QObject>
 #include <QVariantList>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/LyricPluginLoader.h"
-#include "app/UpdateTimer.h"
+#include "core/app/LyricPluginLoader.h"
+#include "core/app/UpdateTimer.h"
 
 #include <QStringList>
 

@@ -1,13 +1,13 @@
-#include "app/HeadlessApplication.h"
+#include "core/app/HeadlessApplication.h"
 
-#include "app/AppDBusService.h"
-#include "app/AppDelegate.h"
-#include "app/AppEnvironment.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
-#include "sources/iTunesControl.h"
+#include "core/app/AppDBusService.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/AppEnvironment.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
+#include "core/sources/iTunesControl.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/AppPorts.h"
-#include "app/UpdateTimer.h"
+#include "core/app/AppPorts.h"
+#include "core/app/UpdateTimer.h"
 
 #include <QStringList>
 

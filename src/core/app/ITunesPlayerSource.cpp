@@ -1,9 +1,9 @@
-#include "app/ITunesPlayerSource.h"
+#include "core/app/ITunesPlayerSource.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "sources/MusicSourceKind.h"
-#include "store/LyricControl.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/sources/MusicSourceKind.h"
+#include "core/store/LyricControl.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/PlayerSource.h"
-#include "sources/iTunesControl.h"
+#include "core/app/PlayerSource.h"
+#include "core/sources/iTunesControl.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
-#include "app/JukoraPlayerSource.h"
+#include "core/app/JukoraPlayerSource.h"
 
-#include "app/AppTexts.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceKind.h"
+#include "core/app/AppTexts.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/MusicSourceKind.h"
 
 JukoraPlayerSource::JukoraPlayerSource(Workspace& workspace, DistributedNotificationCenter& center,
                                        QObject* parent)

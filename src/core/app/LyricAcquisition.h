@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/AppPorts.h"
+#include "core/app/AppPorts.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,10 +1,10 @@
-#include "app/LyricLookup.h"
+#include "core/app/LyricLookup.h"
 
-#include "app/AppState.h"
-#include "audiofile/AudioFileLyrics.h"
-#include "lyric/Lyric.h"
-#include "store/LyricControl.h"
-#include "store/LyricTagBlock.h"
+#include "core/app/AppState.h"
+#include "core/audiofile/AudioFileLyrics.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
+#include "core/store/LyricTagBlock.h"
 
 #include <QElapsedTimer>
 #include <QMetaObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/WindowPort.h"
+#include "core/app/WindowPort.h"
 
 #include <QString>
 

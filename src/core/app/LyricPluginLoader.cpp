@@ -1,7 +1,7 @@
-#include "app/LyricPluginLoader.h"
+#include "core/app/LyricPluginLoader.h"
 
-#include "app/LrcFetcherProtocol.h"
-#include "foundation/SystemLog.h"
+#include "core/app/LrcFetcherProtocol.h"
+#include "core/foundation/SystemLog.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,15 +1,15 @@
-#include "app/MenuState.h"
+#include "core/app/MenuState.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "app/LyricManagerPort.h"
-#include "app/LyricPanelPort.h"
-#include "app/LyricViewPort.h"
-#include "app/NotificationPort.h"
-#include "app/PreferencesPort.h"
-#include "app/SingleLinePort.h"
-#include "app/WindowFactoryPort.h"
-#include "settings/Settings.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/app/LyricManagerPort.h"
+#include "core/app/LyricPanelPort.h"
+#include "core/app/LyricViewPort.h"
+#include "core/app/NotificationPort.h"
+#include "core/app/PreferencesPort.h"
+#include "core/app/SingleLinePort.h"
+#include "core/app/WindowFactoryPort.h"
+#include "core/settings/Settings.h"
 
 MenuState::MenuState(Settings& settings, AppState& state, AppPorts ports, Makers makers)
     : m_settings(settings)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/AppPorts.h"
-#include "app/NotificationPort.h"
-#include "app/StatusMenuPort.h"
+#include "core/app/AppPorts.h"
+#include "core/app/NotificationPort.h"
+#include "core/app/StatusMenuPort.h"
 
 #include <QObject>
 #include <QString>

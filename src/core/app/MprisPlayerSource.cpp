@@ -1,12 +1,12 @@
-#include "app/MprisPlayerSource.h"
+#include "core/app/MprisPlayerSource.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "audiofile/AudioFileLyrics.h"
-#include "foundation/SystemLog.h"
-#include "lyric/Lyric.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceMpris.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/audiofile/AudioFileLyrics.h"
+#include "core/foundation/SystemLog.h"
+#include "core/lyric/Lyric.h"
+#include "core/sources/MusicSourceKind.h"
+#include "core/sources/MusicSourceMpris.h"
 
 MprisPlayerSource::MprisPlayerSource(Workspace& workspace, QObject* parent)
     : PlayerSource(parent)

@@ -1,4 +1,4 @@
-#include "app/PlayerSource.h"
+#include "core/app/PlayerSource.h"
 
 #include <QFileInfo>
 

@@ -1,12 +1,12 @@
-#include "app/PluginHost.h"
+#include "core/app/PluginHost.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "app/LrcFetcherProtocol.h"
-#include "app/LyricPluginLoader.h"
-#include "foundation/SystemLog.h"
-#include "lyric/Lyric.h"
-#include "settings/Settings.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/app/LrcFetcherProtocol.h"
+#include "core/app/LyricPluginLoader.h"
+#include "core/foundation/SystemLog.h"
+#include "core/lyric/Lyric.h"
+#include "core/settings/Settings.h"
 
 #include <QPointer>
 #include <QTimer>

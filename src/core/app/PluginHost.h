@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LyricPluginLoader.h"
+#include "core/app/LyricPluginLoader.h"
 
 #include <QObject>
 #include <QString>

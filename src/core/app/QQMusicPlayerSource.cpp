@@ -1,8 +1,8 @@
-#include "app/QQMusicPlayerSource.h"
+#include "core/app/QQMusicPlayerSource.h"
 
-#include "app/AppTexts.h"
-#include "sources/MusicSourceKind.h"
-#include "sources/MusicSourceQQMusic.h"
+#include "core/app/AppTexts.h"
+#include "core/sources/MusicSourceKind.h"
+#include "core/sources/MusicSourceQQMusic.h"
 
 QQMusicPlayerSource::QQMusicPlayerSource(Workspace& workspace,
                                          DistributedNotificationCenter& center, QObject* parent)

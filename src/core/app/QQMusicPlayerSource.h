@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PlayerSource.h"
+#include "core/app/PlayerSource.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lyric/Lyric.h"
+#include "core/lyric/Lyric.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "app/SongChangeQueue.h"
+#include "core/app/SongChangeQueue.h"
 
 #include <algorithm>
 

@@ -1,14 +1,14 @@
-#include "app/SourceLoop.h"
+#include "core/app/SourceLoop.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "app/LyricPanelPort.h"
-#include "app/LyricViewPort.h"
-#include "app/ShownLyric.h"
-#include "app/SingleLinePort.h"
-#include "app/StatusMenuPort.h"
-#include "foundation/SystemLog.h"
-#include "lyric/Lyric.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/app/LyricPanelPort.h"
+#include "core/app/LyricViewPort.h"
+#include "core/app/ShownLyric.h"
+#include "core/app/SingleLinePort.h"
+#include "core/app/StatusMenuPort.h"
+#include "core/foundation/SystemLog.h"
+#include "core/lyric/Lyric.h"
 
 #include <QElapsedTimer>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "app/AppPorts.h"
-#include "app/LyricLookup.h"
-#include "app/NotificationPort.h"
-#include "app/PlayerSource.h"
-#include "app/SongChangeQueue.h"
-#include "app/UpdateTimer.h"
+#include "core/app/AppPorts.h"
+#include "core/app/LyricLookup.h"
+#include "core/app/NotificationPort.h"
+#include "core/app/PlayerSource.h"
+#include "core/app/SongChangeQueue.h"
+#include "core/app/UpdateTimer.h"
 
 #include <QObject>
 #include <QPointer>

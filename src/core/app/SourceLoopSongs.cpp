@@ -1,17 +1,17 @@
 // The song-change road of SourceLoop: a player's notice (coalesced where it asks for it)
 // clears the displays and starts the lookup; its answer installs a lyric or asks the plug-in.
-#include "app/SourceLoop.h"
+#include "core/app/SourceLoop.h"
 
-#include "app/AppState.h"
-#include "app/AppTexts.h"
-#include "app/LyricAcquisition.h"
-#include "app/LyricViewPort.h"
-#include "app/ShownLyric.h"
-#include "app/SingleLinePort.h"
-#include "foundation/SystemLog.h"
-#include "lyric/Lyric.h"
-#include "settings/Settings.h"
-#include "store/LyricsTrack.h"
+#include "core/app/AppState.h"
+#include "core/app/AppTexts.h"
+#include "core/app/LyricAcquisition.h"
+#include "core/app/LyricViewPort.h"
+#include "core/app/ShownLyric.h"
+#include "core/app/SingleLinePort.h"
+#include "core/foundation/SystemLog.h"
+#include "core/lyric/Lyric.h"
+#include "core/settings/Settings.h"
+#include "core/store/LyricsTrack.h"
 
 #include <QTimer>
 

@@ -1,4 +1,4 @@
-#include "app/UpdateTimer.h"
+#include "core/app/UpdateTimer.h"
 
 #include <QTimer>
 

@@ -1,9 +1,9 @@
-#include "audiofile/AudioFileLyrics.h"
+#include "core/audiofile/AudioFileLyrics.h"
 
-#include "audiofile/AudioTagReader.h"
-#include "audiofile/AudioTagWriter.h"
-#include "audiofile/TagLyricText.h"
-#include "foundation/TextDecoding.h"
+#include "core/audiofile/AudioTagReader.h"
+#include "core/audiofile/AudioTagWriter.h"
+#include "core/audiofile/TagLyricText.h"
+#include "core/foundation/TextDecoding.h"
 
 #include <QDir>
 #include <QFileInfo>

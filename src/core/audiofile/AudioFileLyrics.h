@@ -1,7 +1,7 @@
 #pragma once
 
-#include "audiofile/AudioTagWriter.h"
-#include "foundation/RegularFile.h"
+#include "core/audiofile/AudioTagWriter.h"
+#include "core/foundation/RegularFile.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
-#include "audiofile/AudioLyricsTransfer.h"
+#include "core/audiofile/AudioLyricsTransfer.h"
 
-#include "audiofile/AudioFileLyrics.h"
-#include "audiofile/AudioTagReader.h"
-#include "lyric/Lyric.h"
-#include "store/LyricControl.h"
+#include "core/audiofile/AudioFileLyrics.h"
+#include "core/audiofile/AudioTagReader.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
 
 const char* const AudioLyricsTransfer::kUnsupported = "unsupported format";
 const char* const AudioLyricsTransfer::kNotAudio = "not readable as audio (damaged?)";

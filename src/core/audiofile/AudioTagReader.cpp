@@ -1,8 +1,8 @@
-#include "audiofile/AudioTagReader.h"
+#include "core/audiofile/AudioTagReader.h"
 
-#include "audiofile/TagLyricText.h"
-#include "foundation/RegularFile.h"
-#include "foundation/SystemLog.h"
+#include "core/audiofile/TagLyricText.h"
+#include "core/foundation/RegularFile.h"
+#include "core/foundation/SystemLog.h"
 
 #include <QFile>
 

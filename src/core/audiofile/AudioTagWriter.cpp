@@ -1,7 +1,7 @@
-#include "audiofile/AudioTagWriter.h"
+#include "core/audiofile/AudioTagWriter.h"
 
-#include "audiofile/AudioTagReader.h"
-#include "foundation/RegularFile.h"
+#include "core/audiofile/AudioTagReader.h"
+#include "core/foundation/RegularFile.h"
 
 #include <QDir>
 #include <QFile>

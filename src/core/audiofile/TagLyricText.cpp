@@ -1,7 +1,7 @@
-#include "audiofile/TagLyricText.h"
+#include "core/audiofile/TagLyricText.h"
 
-#include "lyric/Lyric.h"
-#include "store/LyricTagBlock.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricTagBlock.h"
 
 namespace taglyrics {
 

@@ -1,4 +1,4 @@
-#include "display/DisplayFont.h"
+#include "core/display/DisplayFont.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/TextMeasurer.h"
+#include "core/display/TextMeasurer.h"
 
 // Measures with the fonts installed on the system (QTextLayout): needs a QGuiApplication.
 class FontTextMeasurer : public TextMeasurer {

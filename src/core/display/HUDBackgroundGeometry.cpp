@@ -1,4 +1,4 @@
-#include "display/HUDBackgroundGeometry.h"
+#include "core/display/HUDBackgroundGeometry.h"
 
 #include <algorithm>
 #include <cmath>

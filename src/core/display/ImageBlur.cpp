@@ -1,4 +1,4 @@
-#include "display/ImageBlur.h"
+#include "core/display/ImageBlur.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "display/LRCRowModel.h"
+#include "core/display/LRCRowModel.h"
 
-#include "display/TextMeasurer.h"
-#include "foundation/StringAdditions.h"
-#include "lyric/Lyric.h"
+#include "core/display/TextMeasurer.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/lyric/Lyric.h"
 
 #include <algorithm>
 #include <cmath>

@@ -6,7 +6,7 @@
 #include <QSizeF>
 #include <QString>
 
-#include "display/RowHeights.h"
+#include "core/display/RowHeights.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/LRCRowModel.h"
+#include "core/display/LRCRowModel.h"
 
 #include <QColor>
 

@@ -1,4 +1,4 @@
-#include "display/NotificationGeometry.h"
+#include "core/display/NotificationGeometry.h"
 
 #include <algorithm>
 

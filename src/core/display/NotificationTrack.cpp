@@ -1,4 +1,4 @@
-#include "display/NotificationTrack.h"
+#include "core/display/NotificationTrack.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "display/RowHeights.h"
+#include "core/display/RowHeights.h"
 
 #include <bit>
 

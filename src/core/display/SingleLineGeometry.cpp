@@ -1,4 +1,4 @@
-#include "display/SingleLineGeometry.h"
+#include "core/display/SingleLineGeometry.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "foundation/AppPaths.h"
+#include "core/foundation/AppPaths.h"
 
 #include <QCoreApplication>
 #include <QDir>

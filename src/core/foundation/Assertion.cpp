@@ -1,4 +1,4 @@
-#include "foundation/Assertion.h"
+#include "core/foundation/Assertion.h"
 
 #include <QDebug>
 

@@ -1,4 +1,4 @@
-#include "foundation/DictionaryAdditions.h"
+#include "core/foundation/DictionaryAdditions.h"
 
 #include <cmath>
 

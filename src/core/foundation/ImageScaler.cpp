@@ -1,4 +1,4 @@
-#include "foundation/ImageScaler.h"
+#include "core/foundation/ImageScaler.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
-#include "foundation/PLLOG.h"
+#include "core/foundation/PLLOG.h"
 
-#include "foundation/Assertion.h"
+#include "core/foundation/Assertion.h"
 
 #include <QFileInfo>
 #include <QMap>

@@ -1,6 +1,6 @@
-#include "foundation/PLLOG_File.h"
+#include "core/foundation/PLLOG_File.h"
 
-#include "foundation/PLLOG.h"
+#include "core/foundation/PLLOG.h"
 
 #include <QFile>
 

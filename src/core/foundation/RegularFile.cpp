@@ -1,6 +1,6 @@
-#include "foundation/RegularFile.h"
+#include "core/foundation/RegularFile.h"
 
-#include "foundation/SystemLog.h"
+#include "core/foundation/SystemLog.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "foundation/StringAdditions.h"
+#include "core/foundation/StringAdditions.h"
 
 #include <cmath>
 

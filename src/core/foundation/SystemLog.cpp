@@ -1,4 +1,4 @@
-#include "foundation/SystemLog.h"
+#include "core/foundation/SystemLog.h"
 
 Q_LOGGING_CATEGORY(lcVersewick, "versewick")
 

@@ -1,4 +1,4 @@
-#include "foundation/T.h"
+#include "core/foundation/T.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "foundation/TextDecoding.h"
+#include "core/foundation/TextDecoding.h"
 
 #include <QStringDecoder>
 

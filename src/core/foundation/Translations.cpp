@@ -1,6 +1,6 @@
-#include "foundation/Translations.h"
+#include "core/foundation/Translations.h"
 
-#include "foundation/AppPaths.h"
+#include "core/foundation/AppPaths.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "http/BlockingGet.h"
+#include "core/http/BlockingGet.h"
 
 #include <QDeadlineTimer>
 #include <QNetworkAccessManager>

@@ -1,4 +1,4 @@
-#include "http/HttpForms.h"
+#include "core/http/HttpForms.h"
 
 #include <QUrl>
 

@@ -1,10 +1,10 @@
-#include "http/PLHttpClient.h"
+#include "core/http/PLHttpClient.h"
 
-#include "foundation/SystemLog.h"
-#include "foundation/TextDecoding.h"
-#include "http/BlockingGet.h"
-#include "http/HttpForms.h"
-#include "http/PLHttpConfig.h"
+#include "core/foundation/SystemLog.h"
+#include "core/foundation/TextDecoding.h"
+#include "core/http/BlockingGet.h"
+#include "core/http/HttpForms.h"
+#include "core/http/PLHttpConfig.h"
 
 #include <QCoreApplication>
 #include <QMetaMethod>

@@ -1,4 +1,4 @@
-#include "http/PLHttpConfig.h"
+#include "core/http/PLHttpConfig.h"
 
 #include <QCoreApplication>
 #include <QLocale>

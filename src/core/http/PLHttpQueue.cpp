@@ -1,6 +1,6 @@
-#include "http/PLHttpQueue.h"
+#include "core/http/PLHttpQueue.h"
 
-#include "foundation/Assertion.h"
+#include "core/foundation/Assertion.h"
 
 #include <QMetaProperty>
 

@@ -1,7 +1,7 @@
-#include "lyric/LRCItem.h"
+#include "core/lyric/LRCItem.h"
 
-#include "lyric/LrcPatterns.h"
-#include "lyric/Lyric.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/lyric/Lyric.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "lyric/LRCItemArena.h"
+#include "core/lyric/LRCItemArena.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lyric/LRCItem.h"
+#include "core/lyric/LRCItem.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,6 +1,6 @@
-#include "lyric/LrcLineScanner.h"
+#include "core/lyric/LrcLineScanner.h"
 
-#include "lyric/LrcPatterns.h"
+#include "core/lyric/LrcPatterns.h"
 
 #include <algorithm>
 #include <cstring>

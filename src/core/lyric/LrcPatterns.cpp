@@ -1,6 +1,6 @@
-#include "lyric/LrcPatterns.h"
+#include "core/lyric/LrcPatterns.h"
 
-#include "lyric/LrcLineScanner.h"
+#include "core/lyric/LrcLineScanner.h"
 
 #include <unicode/uchar.h>
 

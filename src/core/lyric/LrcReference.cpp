@@ -1,8 +1,8 @@
 // The LRC patterns run through ICU's regular expression engine exactly as written: the
 // yardstick for the hand-written scanners in LrcPatterns.cpp and LrcLineScanner.cpp.
-#include "lyric/LrcPatterns.h"
+#include "core/lyric/LrcPatterns.h"
 
-#include "foundation/Assertion.h"
+#include "core/foundation/Assertion.h"
 
 #include <unicode/regex.h>
 

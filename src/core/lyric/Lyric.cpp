@@ -1,11 +1,11 @@
-#include "lyric/Lyric.h"
+#include "core/lyric/Lyric.h"
 
-#include "foundation/StringAdditions.h"
-#include "foundation/SystemLog.h"
-#include "foundation/TextDecoding.h"
-#include "lyric/LrcLineScanner.h"
-#include "lyric/LrcPatterns.h"
-#include "lyric/StartTimeSort.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/foundation/SystemLog.h"
+#include "core/foundation/TextDecoding.h"
+#include "core/lyric/LrcLineScanner.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/lyric/StartTimeSort.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "lyric/LRCItem.h"
-#include "lyric/LRCItemArena.h"
+#include "core/lyric/LRCItem.h"
+#include "core/lyric/LRCItemArena.h"
 
 #include <QByteArray>
 #include <QString>

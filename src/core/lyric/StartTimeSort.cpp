@@ -1,7 +1,7 @@
-#include "lyric/StartTimeSort.h"
+#include "core/lyric/StartTimeSort.h"
 
-#include "foundation/StableMergeSort.h"
-#include "lyric/LRCItem.h"
+#include "core/foundation/StableMergeSort.h"
+#include "core/lyric/LRCItem.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
-#include "online/LRCListItem.h"
+#include "core/online/LRCListItem.h"
 
-#include "lyric/LrcPatterns.h"
-#include "online/QQFetchHelper.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/online/QQFetchHelper.h"
 
 LRCListItem::LRCListItem(QString artist, QString title, QString id, QString host)
     : m_artist(std::move(artist))

@@ -1,7 +1,7 @@
-#include "online/QQFetchHelper.h"
+#include "core/online/QQFetchHelper.h"
 
-#include "foundation/DataAdditions.h"
-#include "online/XmlAnswer.h"
+#include "core/foundation/DataAdditions.h"
+#include "core/online/XmlAnswer.h"
 
 QString Base16Encoded(const QString& text)
 {

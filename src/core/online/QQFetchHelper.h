@@ -1,6 +1,6 @@
 #pragma once
 
-#include "online/LRCListItem.h"
+#include "core/online/LRCListItem.h"
 
 #include <QList>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "online/XmlAnswer.h"
+#include "core/online/XmlAnswer.h"
 
 #include <libxml/parser.h>
 #include <libxml/xpath.h>

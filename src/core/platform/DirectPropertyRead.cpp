@@ -1,6 +1,6 @@
-#include "platform/DirectPropertyRead.h"
+#include "core/platform/DirectPropertyRead.h"
 
-#include "platform/Workspace.h"
+#include "core/platform/Workspace.h"
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>

@@ -1,4 +1,4 @@
-#include "platform/DistributedNotificationCenter.h"
+#include "core/platform/DistributedNotificationCenter.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

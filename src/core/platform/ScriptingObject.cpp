@@ -1,7 +1,7 @@
-#include "platform/ScriptingObject.h"
+#include "core/platform/ScriptingObject.h"
 
-#include "platform/DirectPropertyRead.h"
-#include "platform/UnresponsivePeers.h"
+#include "core/platform/DirectPropertyRead.h"
+#include "core/platform/UnresponsivePeers.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

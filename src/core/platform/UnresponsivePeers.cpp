@@ -1,7 +1,7 @@
-#include "platform/UnresponsivePeers.h"
+#include "core/platform/UnresponsivePeers.h"
 
-#include "platform/ScriptingObject.h"
-#include "platform/Workspace.h"
+#include "core/platform/ScriptingObject.h"
+#include "core/platform/Workspace.h"
 
 #include <QDBusConnection>
 #include <QDBusError>

@@ -1,4 +1,4 @@
-#include "platform/Workspace.h"
+#include "core/platform/Workspace.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

@@ -1,4 +1,4 @@
-#include "preferences/AutostartEntry.h"
+#include "core/preferences/AutostartEntry.h"
 
 #include <QCoreApplication>
 #include <QDir>

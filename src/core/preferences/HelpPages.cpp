@@ -1,6 +1,6 @@
-#include "preferences/HelpPages.h"
+#include "core/preferences/HelpPages.h"
 
-#include "settings/ServiceAddresses.h"
+#include "core/settings/ServiceAddresses.h"
 
 QUrl HelpPages::below(const QString& helpPage, const QString& segment)
 {

@@ -1,4 +1,4 @@
-#include "preferences/PreferenceSwitches.h"
+#include "core/preferences/PreferenceSwitches.h"
 
 #include <QMetaProperty>
 

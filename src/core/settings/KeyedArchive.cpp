@@ -1,4 +1,4 @@
-#include "settings/KeyedArchive.h"
+#include "core/settings/KeyedArchive.h"
 
 #include <QColor>
 #include <QJsonDocument>

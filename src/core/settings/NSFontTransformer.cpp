@@ -1,6 +1,6 @@
-#include "settings/NSFontTransformer.h"
+#include "core/settings/NSFontTransformer.h"
 
-#include "foundation/DictionaryAdditions.h"
+#include "core/foundation/DictionaryAdditions.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

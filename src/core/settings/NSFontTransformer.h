@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/PLSettingTransformerProtocol.h"
+#include "core/settings/PLSettingTransformerProtocol.h"
 
 #include <QFont>
 #include <QObject>

@@ -1,6 +1,6 @@
-#include "settings/PLSettingProperty.h"
+#include "core/settings/PLSettingProperty.h"
 
-#include "settings/PLSettingTransformerProtocol.h"
+#include "core/settings/PLSettingTransformerProtocol.h"
 
 namespace {
 const char* typeLetter(PLSettingType type)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/PLSettingProperty.h"
-#include "settings/PLSettingsStore.h"
+#include "core/settings/PLSettingProperty.h"
+#include "core/settings/PLSettingsStore.h"
 
 #include <QDateTime>
 #include <QObject>

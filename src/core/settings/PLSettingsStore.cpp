@@ -1,4 +1,4 @@
-#include "settings/PLSettingsStore.h"
+#include "core/settings/PLSettingsStore.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
-#include "settings/ServiceAddresses.h"
+#include "core/settings/ServiceAddresses.h"
 
-#include "settings/PLSettingsStore.h"
+#include "core/settings/PLSettingsStore.h"
 
 ServiceAddresses::ServiceAddresses()
     : ServiceAddresses(PLSettingsStore::defaultSettings())

@@ -1,8 +1,8 @@
-#include "settings/Settings.h"
+#include "core/settings/Settings.h"
 
-#include "foundation/AppPaths.h"
-#include "foundation/SystemLog.h"
-#include "settings/NSFontTransformer.h"
+#include "core/foundation/AppPaths.h"
+#include "core/foundation/SystemLog.h"
+#include "core/settings/NSFontTransformer.h"
 
 #include <QDir>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/PLSettings.h"
+#include "core/settings/PLSettings.h"
 
 #include <QColor>
 #include <QFont>

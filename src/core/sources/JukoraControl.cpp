@@ -1,8 +1,8 @@
-#include "sources/JukoraControl.h"
+#include "core/sources/JukoraControl.h"
 
-#include "platform/Clock.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
+#include "core/platform/Clock.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
 
 namespace {
 double gTerminatedAt = 0.0;

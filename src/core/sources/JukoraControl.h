@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/ScriptingObject.h"
-#include "sources/SourceCallbacks.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/ScriptingObject.h"
+#include "core/sources/SourceCallbacks.h"
 
 #include <QObject>
 

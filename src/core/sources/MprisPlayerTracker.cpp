@@ -1,7 +1,7 @@
-#include "sources/MprisPlayerTracker.h"
+#include "core/sources/MprisPlayerTracker.h"
 
-#include "platform/Clock.h"
-#include "sources/MprisValues.h"
+#include "core/platform/Clock.h"
+#include "core/sources/MprisValues.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>

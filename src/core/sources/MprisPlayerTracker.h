@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sources/MprisPosition.h"
-#include "sources/MprisSong.h"
+#include "core/sources/MprisPosition.h"
+#include "core/sources/MprisSong.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "sources/MprisPosition.h"
+#include "core/sources/MprisPosition.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "sources/MprisSong.h"
+#include "core/sources/MprisSong.h"
 
-#include "sources/MprisValues.h"
+#include "core/sources/MprisValues.h"
 
 #include <QUrl>
 

@@ -1,4 +1,4 @@
-#include "sources/MprisValues.h"
+#include "core/sources/MprisValues.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>

@@ -1,4 +1,4 @@
-#include "sources/MusicSource.h"
+#include "core/sources/MusicSource.h"
 
 MusicSource::MusicSource(QObject* parent)
     : QObject(parent)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sources/SourceCallbacks.h"
-#include "sources/TrackItem.h"
+#include "core/sources/SourceCallbacks.h"
+#include "core/sources/TrackItem.h"
 
 #include <QObject>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "sources/MusicSourceController.h"
+#include "core/sources/MusicSourceController.h"
 
 MusicSourceController& MusicSourceController::sharedController()
 {

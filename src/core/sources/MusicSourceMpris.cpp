@@ -1,10 +1,10 @@
-#include "sources/MusicSourceMpris.h"
+#include "core/sources/MusicSourceMpris.h"
 
-#include "platform/Clock.h"
-#include "platform/Workspace.h"
-#include "settings/PLSettingsStore.h"
-#include "sources/MprisPlayerTracker.h"
-#include "sources/MprisValues.h"
+#include "core/platform/Clock.h"
+#include "core/platform/Workspace.h"
+#include "core/settings/PLSettingsStore.h"
+#include "core/sources/MprisPlayerTracker.h"
+#include "core/sources/MprisValues.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

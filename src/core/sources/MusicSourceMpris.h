@@ -1,8 +1,8 @@
 #pragma once
 
-#include "sources/MprisSong.h"
-#include "sources/SourceCallbacks.h"
-#include "sources/TrackItem.h"
+#include "core/sources/MprisSong.h"
+#include "core/sources/SourceCallbacks.h"
+#include "core/sources/TrackItem.h"
 
 #include <QObject>
 #include <QPointer>

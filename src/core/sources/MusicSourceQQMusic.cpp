@@ -1,12 +1,12 @@
-#include "sources/MusicSourceQQMusic.h"
+#include "core/sources/MusicSourceQQMusic.h"
 
-#include "foundation/StringAdditions.h"
-#include "foundation/TextDecoding.h"
-#include "http/BlockingGet.h"
-#include "lyric/LrcPatterns.h"
-#include "platform/Clock.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/foundation/TextDecoding.h"
+#include "core/http/BlockingGet.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/platform/Clock.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
 
 #include <QTimer>
 

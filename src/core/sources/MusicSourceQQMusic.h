@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DistributedNotificationCenter.h"
-#include "sources/MusicSource.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/sources/MusicSource.h"
 
 #include <QUrl>
 

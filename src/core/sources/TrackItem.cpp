@@ -1,4 +1,4 @@
-#include "sources/TrackItem.h"
+#include "core/sources/TrackItem.h"
 
 QString TrackItem::album() const
 {

@@ -1,8 +1,8 @@
-#include "sources/iTunesControl.h"
+#include "core/sources/iTunesControl.h"
 
-#include "platform/Clock.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
+#include "core/platform/Clock.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DistributedNotificationCenter.h"
-#include "sources/iTunesScripting.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/sources/iTunesScripting.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
-#include "sources/iTunesScripting.h"
+#include "core/sources/iTunesScripting.h"
 
-#include "platform/Workspace.h"
+#include "core/platform/Workspace.h"
 
 #include <QDBusArgument>
 

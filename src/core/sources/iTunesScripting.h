@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/ScriptingObject.h"
-#include "sources/TrackItem.h"
-#include "store/LyricsTrack.h"
+#include "core/platform/ScriptingObject.h"
+#include "core/sources/TrackItem.h"
+#include "core/store/LyricsTrack.h"
 
 #include <QByteArrayList>
 

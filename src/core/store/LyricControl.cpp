@@ -1,11 +1,11 @@
-#include "store/LyricControl.h"
+#include "core/store/LyricControl.h"
 
-#include "foundation/AppPaths.h"
-#include "foundation/StringAdditions.h"
-#include "lyric/Lyric.h"
-#include "store/LyricFiles.h"
-#include "store/LyricTagBlock.h"
-#include "store/LyricsTrack.h"
+#include "core/foundation/AppPaths.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricFiles.h"
+#include "core/store/LyricTagBlock.h"
+#include "core/store/LyricsTrack.h"
 
 #include <QDir>
 #include <QDirIterator>

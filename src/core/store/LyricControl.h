@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/RegularFile.h"
+#include "core/foundation/RegularFile.h"
 
-#include "store/LyricControlDelegate.h"
-#include "store/LyricStorageFile.h"
+#include "core/store/LyricControlDelegate.h"
+#include "core/store/LyricStorageFile.h"
 
 #include <QString>
 

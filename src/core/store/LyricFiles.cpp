@@ -1,6 +1,6 @@
-#include "store/LyricFiles.h"
+#include "core/store/LyricFiles.h"
 
-#include "foundation/RegularFile.h"
+#include "core/foundation/RegularFile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "store/LyricStorageFile.h"
+#include "core/store/LyricStorageFile.h"
 
 #include <QStringList>
 

@@ -1,8 +1,8 @@
-#include "store/LyricTagBlock.h"
+#include "core/store/LyricTagBlock.h"
 
-#include "foundation/DataAdditions.h"
-#include "foundation/StringAdditions.h"
-#include "lyric/Lyric.h"
+#include "core/foundation/DataAdditions.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/lyric/Lyric.h"
 
 namespace tagblock {
 

@@ -1,4 +1,4 @@
-#include "store/NSArrayControllerLyric.h"
+#include "core/store/NSArrayControllerLyric.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/LyricStorageFile.h"
+#include "core/store/LyricStorageFile.h"
 
 #include <QAbstractTableModel>
 #include <QList>

@@ -1,7 +1,7 @@
-#include "store/TrackArtworksValueTransformer.h"
+#include "core/store/TrackArtworksValueTransformer.h"
 
-#include "foundation/AppPaths.h"
-#include "foundation/ImageScaler.h"
+#include "core/foundation/AppPaths.h"
+#include "core/foundation/ImageScaler.h"
 
 #include <QVariantList>
 

@@ -1,6 +1,6 @@
-#include "store/TrackDurationValueTransformer.h"
+#include "core/store/TrackDurationValueTransformer.h"
 
-#include "store/TrackRatingValueTransformer.h"
+#include "core/store/TrackRatingValueTransformer.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "store/TrackRatingValueTransformer.h"
+#include "core/store/TrackRatingValueTransformer.h"
 
 bool TrackRatingValueTransformer::isNumber(const QVariant& value)
 {

@@ -1,6 +1,6 @@
-#include "text/PLTranslator.h"
+#include "core/text/PLTranslator.h"
 
-#include "foundation/Assertion.h"
+#include "core/foundation/Assertion.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,6 +1,6 @@
-#include "text/PLTranslatorZh.h"
+#include "core/text/PLTranslatorZh.h"
 
-#include "text/ZhTables.h"
+#include "core/text/ZhTables.h"
 
 PLTranslatorZh::Index::Index(const QString& table)
     : m_positions(0x10000, kNone)

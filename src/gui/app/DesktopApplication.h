@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/HeadlessApplication.h"
+#include "core/app/HeadlessApplication.h"
 
 #include <memory>
 

@@ -1,15 +1,15 @@
-#include "app/DesktopWindowFactory.h"
+#include "gui/app/DesktopWindowFactory.h"
 
-#include "app/AppDelegate.h"
-#include "app/LyricManagerWindow.h"
-#include "app/NotificationPanel.h"
-#include "app/PreferencesPort.h"
-#include "app/SearchWindow.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
-#include "sources/iTunesControl.h"
-#include "tray/AppIcon.h"
-#include "windows/SystemDesktop.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/PreferencesPort.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
+#include "core/sources/iTunesControl.h"
+#include "gui/app/LyricManagerWindow.h"
+#include "gui/app/NotificationPanel.h"
+#include "gui/app/SearchWindow.h"
+#include "gui/tray/AppIcon.h"
+#include "gui/windows/SystemDesktop.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/WindowFactoryPort.h"
+#include "core/app/WindowFactoryPort.h"
 
 #include <QPointer>
 

@@ -1,11 +1,11 @@
-#include "app/LyricManagerWindow.h"
+#include "gui/app/LyricManagerWindow.h"
 
-#include "app/AppDelegate.h"
-#include "app/DesktopPort.h"
-#include "sources/JukoraControl.h"
-#include "sources/iTunesControl.h"
-#include "store/LyricControl.h"
-#include "windows/LyricManagerWC.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/DesktopPort.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/iTunesControl.h"
+#include "core/store/LyricControl.h"
+#include "gui/windows/LyricManagerWC.h"
 
 #include <QPointer>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LyricManagerPort.h"
+#include "core/app/LyricManagerPort.h"
 
 #include <memory>
 

@@ -1,11 +1,11 @@
-#include "app/LyricPanel.h"
+#include "gui/app/LyricPanel.h"
 
-#include "app/MenuOnRightClick.h"
-#include "app/StartupClock.h"
-#include "display/AppController.h"
-#include "display/HUDWindow.h"
-#include "display/WindowFrameAutosave.h"
-#include "settings/Settings.h"
+#include "core/settings/Settings.h"
+#include "gui/app/MenuOnRightClick.h"
+#include "gui/app/StartupClock.h"
+#include "gui/display/AppController.h"
+#include "gui/display/HUDWindow.h"
+#include "gui/display/WindowFrameAutosave.h"
 
 #include <QGraphicsOpacityEffect>
 #include <QGuiApplication>

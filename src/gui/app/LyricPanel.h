@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LyricPanelPort.h"
+#include "core/app/LyricPanelPort.h"
 
 #include <QMenu>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "app/MenuOnRightClick.h"
+#include "gui/app/MenuOnRightClick.h"
 
 #include <QContextMenuEvent>
 #include <QWidget>

@@ -1,8 +1,8 @@
-#include "app/NotificationPanel.h"
+#include "gui/app/NotificationPanel.h"
 
-#include "app/AppDelegate.h"
-#include "display/NotificationWindow.h"
-#include "display/NotificationWindowController.h"
+#include "core/app/AppDelegate.h"
+#include "gui/display/NotificationWindow.h"
+#include "gui/display/NotificationWindowController.h"
 
 #include <QApplication>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/NotificationPort.h"
+#include "core/app/NotificationPort.h"
 
 #include <QObject>
 

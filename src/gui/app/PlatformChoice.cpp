@@ -1,4 +1,4 @@
-#include "app/PlatformChoice.h"
+#include "gui/app/PlatformChoice.h"
 
 QByteArray PlatformChoice::forcedPlatform(const QByteArray& sessionType, bool platformSetByUser)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/LyricViewPort.h"
-#include "display/AppController.h"
+#include "core/app/LyricViewPort.h"
+#include "gui/display/AppController.h"
 
 // The scrolling lyric view's controller as the application controller sees it.
 class ScrollingViewPort : public LyricViewPort {

@@ -1,7 +1,7 @@
-#include "app/SearchWindow.h"
+#include "gui/app/SearchWindow.h"
 
-#include "app/AppDelegate.h"
-#include "windows/LyricSearchWC.h"
+#include "core/app/AppDelegate.h"
+#include "gui/windows/LyricSearchWC.h"
 
 #include <QLineEdit>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/SearchWindowPort.h"
-#include "online/LyricSearchDelegate.h"
+#include "core/app/SearchWindowPort.h"
+#include "core/online/LyricSearchDelegate.h"
 
 #include <memory>
 

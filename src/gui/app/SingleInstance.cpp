@@ -1,6 +1,6 @@
-#include "app/SingleInstance.h"
+#include "gui/app/SingleInstance.h"
 
-#include "app/AppDBusService.h"
+#include "core/app/AppDBusService.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>

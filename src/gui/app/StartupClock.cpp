@@ -1,4 +1,4 @@
-#include "app/StartupClock.h"
+#include "gui/app/StartupClock.h"
 
 #include <QByteArray>
 #include <QFile>

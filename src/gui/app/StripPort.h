@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/FloatingWindowPort.h"
-#include "app/MenuOnRightClick.h"
-#include "app/SingleLinePort.h"
-#include "display/SingleLineModeController.h"
+#include "core/app/SingleLinePort.h"
+#include "gui/app/FloatingWindowPort.h"
+#include "gui/app/MenuOnRightClick.h"
+#include "gui/display/SingleLineModeController.h"
 
 // The single-line strip's controller as the application controller sees it.
 class StripPort : public SingleLinePort {

@@ -1,9 +1,9 @@
-#include "display/AppController.h"
+#include "gui/display/AppController.h"
 
-#include "app/AppTexts.h"
-#include "display/DisplayFont.h"
-#include "display/LRCView.h"
-#include "settings/Settings.h"
+#include "core/app/AppTexts.h"
+#include "core/display/DisplayFont.h"
+#include "core/settings/Settings.h"
+#include "gui/display/LRCView.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/LRCView.h"
+#include "gui/display/LRCView.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,4 +1,4 @@
-#include "display/BackgroundDragMover.h"
+#include "gui/display/BackgroundDragMover.h"
 
 #include <QMouseEvent>
 #include <QWidget>

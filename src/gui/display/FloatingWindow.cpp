@@ -1,4 +1,4 @@
-#include "display/FloatingWindow.h"
+#include "gui/display/FloatingWindow.h"
 
 #include <QGuiApplication>
 #include <QWidget>

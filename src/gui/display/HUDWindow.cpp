@@ -1,8 +1,8 @@
-#include "display/HUDWindow.h"
+#include "gui/display/HUDWindow.h"
 
-#include "display/BackgroundDragMover.h"
-#include "display/FloatingWindow.h"
-#include "display/HUDBackgroundGeometry.h"
+#include "core/display/HUDBackgroundGeometry.h"
+#include "gui/display/BackgroundDragMover.h"
+#include "gui/display/FloatingWindow.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

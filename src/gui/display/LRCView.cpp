@@ -1,9 +1,9 @@
-#include "display/LRCView.h"
+#include "gui/display/LRCView.h"
 
-#include "display/DisplayFont.h"
-#include "display/FontTextMeasurer.h"
-#include "display/VSEffectLabel.h"
-#include "lyric/Lyric.h"
+#include "core/display/DisplayFont.h"
+#include "core/display/FontTextMeasurer.h"
+#include "core/lyric/Lyric.h"
+#include "gui/display/VSEffectLabel.h"
 
 #include <QEasingCurve>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "display/LRCViewHost.h"
-#include "display/LRCViewModel.h"
+#include "core/display/LRCViewHost.h"
+#include "core/display/LRCViewModel.h"
 
 #include <QAbstractScrollArea>
 #include <QHash>

@@ -1,4 +1,4 @@
-#include "display/LayerTextField.h"
+#include "gui/display/LayerTextField.h"
 
 #include <QFontMetrics>
 #include <QPainter>

@@ -1,8 +1,8 @@
-#include "display/NotificationWindow.h"
+#include "gui/display/NotificationWindow.h"
 
-#include "display/FloatingWindow.h"
-#include "display/LayerTextField.h"
-#include "display/NotificationGeometry.h"
+#include "core/display/NotificationGeometry.h"
+#include "gui/display/FloatingWindow.h"
+#include "gui/display/LayerTextField.h"
 
 #include <QLinearGradient>
 #include <QPainter>

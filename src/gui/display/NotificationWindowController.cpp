@@ -1,9 +1,9 @@
-#include "display/NotificationWindowController.h"
+#include "gui/display/NotificationWindowController.h"
 
-#include "display/DisplayFont.h"
-#include "display/LayerTextField.h"
-#include "display/NotificationGeometry.h"
-#include "display/NotificationWindow.h"
+#include "core/display/DisplayFont.h"
+#include "core/display/NotificationGeometry.h"
+#include "gui/display/LayerTextField.h"
+#include "gui/display/NotificationWindow.h"
 
 #include <QEasingCurve>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/NotificationTrack.h"
+#include "core/display/NotificationTrack.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,12 +1,12 @@
-#include "display/SingleLineModeController.h"
+#include "gui/display/SingleLineModeController.h"
 
-#include "display/BackgroundDragMover.h"
-#include "display/DisplayFont.h"
-#include "display/FloatingWindow.h"
-#include "display/SingleLineGeometry.h"
-#include "display/SingleLineView.h"
-#include "display/WindowFrameAutosave.h"
-#include "settings/Settings.h"
+#include "core/display/DisplayFont.h"
+#include "core/display/SingleLineGeometry.h"
+#include "core/settings/Settings.h"
+#include "gui/display/BackgroundDragMover.h"
+#include "gui/display/FloatingWindow.h"
+#include "gui/display/SingleLineView.h"
+#include "gui/display/WindowFrameAutosave.h"
 
 #include <QEvent>
 #include <QGuiApplication>

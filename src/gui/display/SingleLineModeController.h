@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/SingleLineView.h"
+#include "gui/display/SingleLineView.h"
 
 #include <QObject>
 #include <QPointer>

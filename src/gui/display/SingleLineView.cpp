@@ -1,11 +1,11 @@
-#include "display/SingleLineView.h"
+#include "gui/display/SingleLineView.h"
 
-#include "display/DisplayFont.h"
-#include "display/FontTextMeasurer.h"
-#include "display/ImageBlur.h"
-#include "display/SingleLineGeometry.h"
-#include "display/WrappedText.h"
-#include "foundation/StringAdditions.h"
+#include "core/display/DisplayFont.h"
+#include "core/display/FontTextMeasurer.h"
+#include "core/display/ImageBlur.h"
+#include "core/display/SingleLineGeometry.h"
+#include "core/foundation/StringAdditions.h"
+#include "gui/display/WrappedText.h"
 
 #include <QPainter>
 #include <QPainterPath>

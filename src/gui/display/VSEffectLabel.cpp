@@ -1,7 +1,7 @@
-#include "display/VSEffectLabel.h"
+#include "gui/display/VSEffectLabel.h"
 
-#include "display/ImageBlur.h"
-#include "display/WrappedText.h"
+#include "core/display/ImageBlur.h"
+#include "gui/display/WrappedText.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "display/WindowFrameAutosave.h"
+#include "gui/display/WindowFrameAutosave.h"
 
 #include <QEvent>
 #include <QSettings>

@@ -1,4 +1,4 @@
-#include "display/WrappedText.h"
+#include "gui/display/WrappedText.h"
 
 #include <QGlyphRun>
 #include <QPainter>

@@ -1,6 +1,6 @@
-#include "preferences/AppearancePanel.h"
+#include "gui/preferences/AppearancePanel.h"
 
-#include "preferences/ColorWell.h"
+#include "gui/preferences/ColorWell.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-#include "preferences/ColorWell.h"
+#include "gui/preferences/ColorWell.h"
 
 #include <QColorDialog>
 #include <QPainter>

@@ -1,6 +1,6 @@
-#include "preferences/PLTabPreferenceControl.h"
+#include "gui/preferences/PLTabPreferenceControl.h"
 
-#include "preferences/PLTabPreferenceDelegate.h"
+#include "gui/preferences/PLTabPreferenceDelegate.h"
 
 #include <QActionGroup>
 #include <QLayout>

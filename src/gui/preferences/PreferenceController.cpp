@@ -1,14 +1,14 @@
-#include "preferences/PreferenceController.h"
+#include "gui/preferences/PreferenceController.h"
 
-#include "app/DesktopPort.h"
-#include "preferences/AppearancePanel.h"
-#include "preferences/ColorWell.h"
-#include "preferences/HelpPages.h"
-#include "preferences/PreferenceIcons.h"
-#include "preferences/PreferenceSwitches.h"
-#include "settings/Settings.h"
-#include "store/LyricControl.h"
-#include "windows/FrontWindow.h"
+#include "core/app/DesktopPort.h"
+#include "core/preferences/HelpPages.h"
+#include "core/preferences/PreferenceSwitches.h"
+#include "core/settings/Settings.h"
+#include "core/store/LyricControl.h"
+#include "gui/preferences/AppearancePanel.h"
+#include "gui/preferences/ColorWell.h"
+#include "gui/preferences/PreferenceIcons.h"
+#include "gui/windows/FrontWindow.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>

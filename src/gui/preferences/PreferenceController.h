@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/PreferencesPort.h"
-#include "preferences/AutostartEntry.h"
-#include "preferences/LyricAppearanceEditor.h"
-#include "preferences/PLTabPreferenceControl.h"
-#include "preferences/PLTabPreferenceDelegate.h"
+#include "core/app/PreferencesPort.h"
+#include "core/preferences/AutostartEntry.h"
+#include "core/preferences/LyricAppearanceEditor.h"
+#include "gui/preferences/PLTabPreferenceControl.h"
+#include "gui/preferences/PLTabPreferenceDelegate.h"
 
 #include <QFont>
 #include <QHash>

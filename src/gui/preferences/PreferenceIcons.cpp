@@ -1,4 +1,4 @@
-#include "preferences/PreferenceIcons.h"
+#include "gui/preferences/PreferenceIcons.h"
 
 #include <QPainter>
 #include <QPainterPath>

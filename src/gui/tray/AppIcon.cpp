@@ -1,4 +1,4 @@
-#include "tray/AppIcon.h"
+#include "gui/tray/AppIcon.h"
 
 // The icon lives in the static GUI library's resources, which a program must register.
 static void registerIcons()

@@ -1,8 +1,8 @@
-#include "tray/StatusMenu.h"
+#include "gui/tray/StatusMenu.h"
 
-#include "app/AppDelegate.h"
-#include "app/AppTexts.h"
-#include "tray/AppIcon.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/AppTexts.h"
+#include "gui/tray/AppIcon.h"
 
 #include <QAction>
 #include <QCoreApplication>

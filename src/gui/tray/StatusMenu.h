@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/StatusMenuPort.h"
+#include "core/app/StatusMenuPort.h"
 
 #include <QObject>
 #include <QPointer>

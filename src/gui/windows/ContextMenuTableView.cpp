@@ -1,4 +1,4 @@
-#include "windows/ContextMenuTableView.h"
+#include "gui/windows/ContextMenuTableView.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>

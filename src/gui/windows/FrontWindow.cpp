@@ -1,6 +1,6 @@
-#include "windows/FrontWindow.h"
+#include "gui/windows/FrontWindow.h"
 
-#include "preferences/WindowPlacement.h"
+#include "core/preferences/WindowPlacement.h"
 
 #include <QApplication>
 #include <QCursor>

@@ -1,11 +1,11 @@
-#include "windows/LyricManagerWC.h"
+#include "gui/windows/LyricManagerWC.h"
 
-#include "windows/FrontWindow.h"
+#include "gui/windows/FrontWindow.h"
 
-#include "store/LyricControl.h"
-#include "store/NSArrayControllerLyric.h"
-#include "windows/ContextMenuTableView.h"
-#include "windows/SystemDesktop.h"
+#include "core/store/LyricControl.h"
+#include "core/store/NSArrayControllerLyric.h"
+#include "gui/windows/ContextMenuTableView.h"
+#include "gui/windows/SystemDesktop.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/DesktopPort.h"
+#include "core/app/DesktopPort.h"
 
 #include <QList>
 #include <QWidget>

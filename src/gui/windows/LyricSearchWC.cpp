@@ -1,10 +1,10 @@
-#include "windows/LyricSearchWC.h"
+#include "gui/windows/LyricSearchWC.h"
 
-#include "app/LrcFetcherProtocol.h"
-#include "http/BlockingGet.h"
-#include "online/LyricSearchDelegate.h"
-#include "online/QQFetchHelper.h"
-#include "windows/FrontWindow.h"
+#include "core/app/LrcFetcherProtocol.h"
+#include "core/http/BlockingGet.h"
+#include "core/online/LyricSearchDelegate.h"
+#include "core/online/QQFetchHelper.h"
+#include "gui/windows/FrontWindow.h"
 
 #include <QComboBox>
 #include <QFormLayout>

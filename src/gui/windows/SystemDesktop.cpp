@@ -1,4 +1,4 @@
-#include "windows/SystemDesktop.h"
+#include "gui/windows/SystemDesktop.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/DesktopPort.h"
+#include "core/app/DesktopPort.h"
 
 // The desktop through the freedesktop standards: web pages and files open with their default
 // application (QDesktopServices, i.e. xdg-open); a file is revealed with

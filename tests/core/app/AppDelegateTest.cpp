@@ -2,8 +2,8 @@
 // player runs (the session bus is a private one).
 #include "AppFixture.h"
 
-#include "app/LyricAcquisition.h"
-#include "app/LyricManagerPort.h"
+#include "core/app/LyricAcquisition.h"
+#include "core/app/LyricManagerPort.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 // tests' own plug-in bundle asking a loopback server.
 #include "AppFixture.h"
 
-#include "app/AppDBusService.h"
-#include "foundation/RegularFile.h"
-#include "store/LyricTagBlock.h"
+#include "core/app/AppDBusService.h"
+#include "core/foundation/RegularFile.h"
+#include "core/store/LyricTagBlock.h"
 #include "support/RoundTrip.h"
 
 #include <QDBusConnection>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PlayerSource.h"
+#include "core/app/PlayerSource.h"
 
 // A player the test drives by hand: what it reports is set on its fields.
 class FakePlayer : public PlayerSource {

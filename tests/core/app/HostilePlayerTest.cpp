@@ -1,6 +1,6 @@
 // The versewick executable beside hostile players and files: a flood of song changes, pipes
 // where lyrics should be. It keeps answering its service, stays small, and quits on SIGTERM.
-#include "app/AppDBusService.h"
+#include "core/app/AppDBusService.h"
 
 #include "support/PlayerProcess.h"
 #include "support/TempHome.h"

@@ -2,13 +2,13 @@
 #include "FakePlayer.h"
 #include "RecordingPorts.h"
 
-#include "app/AppState.h"
-#include "app/LyricAcquisition.h"
-#include "app/PluginHost.h"
-#include "app/ShownLyric.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
-#include "store/LyricControl.h"
+#include "core/app/AppState.h"
+#include "core/app/LyricAcquisition.h"
+#include "core/app/PluginHost.h"
+#include "core/app/ShownLyric.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
+#include "core/store/LyricControl.h"
 
 #include "support/TempHome.h"
 

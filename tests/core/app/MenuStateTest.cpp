@@ -1,9 +1,9 @@
 // MenuState alone: messages reach both displays and the state; one notification at a time.
 #include "RecordingPorts.h"
 
-#include "app/AppState.h"
-#include "app/MenuState.h"
-#include "settings/Settings.h"
+#include "core/app/AppState.h"
+#include "core/app/MenuState.h"
+#include "core/settings/Settings.h"
 
 #include "support/TempHome.h"
 

@@ -3,7 +3,7 @@
 // the lyric to be written into its tag.
 #include "../audiofile/AudioFixtures.h"
 #include "AppFixture.h"
-#include "app/AppState.h"
+#include "core/app/AppState.h"
 #include "support/PlayerProcess.h"
 
 #include <QDir>

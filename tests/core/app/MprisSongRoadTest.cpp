@@ -2,7 +2,7 @@
 // search, the service's lyric values with them, the menu following the followed player, a
 // song known only by its file, and the song-change notification.
 #include "AppFixture.h"
-#include "app/AppState.h"
+#include "core/app/AppState.h"
 #include "support/PlayerProcess.h"
 #include "support/RoundTrip.h"
 

@@ -1,8 +1,8 @@
 // An online lyric of an MPRIS song whose url is a local file, saved by the settings.
 #include "../audiofile/AudioFixtures.h"
 #include "AppFixture.h"
-#include "app/AppState.h"
-#include "audiofile/AudioFileLyrics.h"
+#include "core/app/AppState.h"
+#include "core/audiofile/AudioFileLyrics.h"
 #include "support/PlayerProcess.h"
 
 #include <QDir>

@@ -1,12 +1,12 @@
 // The four player adapters side by side, with no player on the (private) bus: what sets them
 // apart is theirs to answer, so the controller never asks which one it follows.
-#include "app/AppState.h"
-#include "app/ITunesPlayerSource.h"
-#include "app/JukoraPlayerSource.h"
-#include "app/MprisPlayerSource.h"
-#include "app/QQMusicPlayerSource.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
+#include "core/app/AppState.h"
+#include "core/app/ITunesPlayerSource.h"
+#include "core/app/JukoraPlayerSource.h"
+#include "core/app/MprisPlayerSource.h"
+#include "core/app/QQMusicPlayerSource.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
 
 #include "support/TempHome.h"
 

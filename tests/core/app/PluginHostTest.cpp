@@ -1,8 +1,8 @@
 // PluginHost alone: a missing plug-in, and searches one at a time or all at once.
 #include "AppFixture.h"
 
-#include "app/AppState.h"
-#include "app/PluginHost.h"
+#include "core/app/AppState.h"
+#include "core/app/PluginHost.h"
 
 namespace {
 

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "app/AppDelegate.h"
-#include "app/DesktopPort.h"
-#include "app/LyricManagerPort.h"
-#include "app/LyricPanelPort.h"
-#include "app/LyricViewPort.h"
-#include "app/NotificationPort.h"
-#include "app/PreferencesPort.h"
-#include "app/SearchWindowPort.h"
-#include "app/SingleLinePort.h"
-#include "app/StatusMenuPort.h"
-#include "app/UpdateTimer.h"
-#include "app/WindowFactoryPort.h"
+#include "core/app/AppDelegate.h"
+#include "core/app/DesktopPort.h"
+#include "core/app/LyricManagerPort.h"
+#include "core/app/LyricPanelPort.h"
+#include "core/app/LyricViewPort.h"
+#include "core/app/NotificationPort.h"
+#include "core/app/PreferencesPort.h"
+#include "core/app/SearchWindowPort.h"
+#include "core/app/SingleLinePort.h"
+#include "core/app/StatusMenuPort.h"
+#include "core/app/UpdateTimer.h"
+#include "core/app/WindowFactoryPort.h"
 
 #include <QRegularExpression>
 #include <QStringList>

@@ -2,13 +2,13 @@
 #include "FakePlayer.h"
 #include "RecordingPorts.h"
 
-#include "app/AppState.h"
-#include "app/LyricAcquisition.h"
-#include "app/PluginHost.h"
-#include "app/ShownLyric.h"
-#include "app/SourceLoop.h"
-#include "settings/ServiceAddresses.h"
-#include "settings/Settings.h"
+#include "core/app/AppState.h"
+#include "core/app/LyricAcquisition.h"
+#include "core/app/PluginHost.h"
+#include "core/app/ShownLyric.h"
+#include "core/app/SourceLoop.h"
+#include "core/settings/ServiceAddresses.h"
+#include "core/settings/Settings.h"
 
 #include "support/TempHome.h"
 

@@ -1,8 +1,8 @@
 #include "AudioFixtures.h"
 
-#include "audiofile/AudioFileLyrics.h"
-#include "lyric/Lyric.h"
-#include "store/LyricTagBlock.h"
+#include "core/audiofile/AudioFileLyrics.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricTagBlock.h"
 
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"

@@ -1,8 +1,8 @@
-#include "display/HUDBackgroundGeometry.h"
-#include "display/ImageBlur.h"
-#include "display/NotificationGeometry.h"
-#include "display/NotificationTrack.h"
-#include "display/SingleLineGeometry.h"
+#include "core/display/HUDBackgroundGeometry.h"
+#include "core/display/ImageBlur.h"
+#include "core/display/NotificationGeometry.h"
+#include "core/display/NotificationTrack.h"
+#include "core/display/SingleLineGeometry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/TextMeasurer.h"
+#include "core/display/TextMeasurer.h"
 
 #include <algorithm>
 #include <cmath>

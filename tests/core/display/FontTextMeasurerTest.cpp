@@ -1,4 +1,4 @@
-#include "display/FontTextMeasurer.h"
+#include "core/display/FontTextMeasurer.h"
 
 #include <gtest/gtest.h>
 

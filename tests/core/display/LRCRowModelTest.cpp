@@ -1,7 +1,7 @@
-#include "display/LRCRowModel.h"
+#include "core/display/LRCRowModel.h"
 #include "FakeTextMeasurer.h"
-#include "display/RowHeights.h"
-#include "lyric/Lyric.h"
+#include "core/display/RowHeights.h"
+#include "core/lyric/Lyric.h"
 
 #include <gtest/gtest.h>
 

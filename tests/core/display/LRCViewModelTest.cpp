@@ -1,8 +1,8 @@
-#include "display/LRCViewModel.h"
+#include "core/display/LRCViewModel.h"
 #include "FakeTextMeasurer.h"
-#include "display/LRCViewHost.h"
-#include "foundation/Assertion.h"
-#include "lyric/Lyric.h"
+#include "core/display/LRCViewHost.h"
+#include "core/foundation/Assertion.h"
+#include "core/lyric/Lyric.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "foundation/DataAdditions.h"
+#include "core/foundation/DataAdditions.h"
 
 #include "support/QtPrinters.h"
 

@@ -1,7 +1,7 @@
-#include "foundation/DictionaryAdditions.h"
-#include "foundation/ImageScaler.h"
-#include "foundation/StringAdditions.h"
-#include "foundation/T.h"
+#include "core/foundation/DictionaryAdditions.h"
+#include "core/foundation/ImageScaler.h"
+#include "core/foundation/StringAdditions.h"
+#include "core/foundation/T.h"
 
 #include "support/QtPrinters.h"
 

@@ -1,4 +1,4 @@
-#include "foundation/RegularFile.h"
+#include "core/foundation/RegularFile.h"
 
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"

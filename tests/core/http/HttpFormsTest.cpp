@@ -1,5 +1,5 @@
-#include "http/HttpForms.h"
-#include "http/PLHttpConfig.h"
+#include "core/http/HttpForms.h"
+#include "core/http/PLHttpConfig.h"
 
 #include "support/QtPrinters.h"
 

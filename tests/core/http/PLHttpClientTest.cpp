@@ -1,6 +1,6 @@
-#include "http/PLHttpClient.h"
-#include "http/BlockingGet.h"
-#include "http/PLHttpConfig.h"
+#include "core/http/PLHttpClient.h"
+#include "core/http/BlockingGet.h"
+#include "core/http/PLHttpConfig.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

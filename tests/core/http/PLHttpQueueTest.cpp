@@ -1,5 +1,5 @@
-#include "http/PLHttpQueue.h"
-#include "foundation/Assertion.h"
+#include "core/http/PLHttpQueue.h"
+#include "core/foundation/Assertion.h"
 
 #include <gtest/gtest.h>
 

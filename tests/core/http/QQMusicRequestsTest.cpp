@@ -1,8 +1,8 @@
 // The QQMusic source's blocking requests to the player's loopback service: each is bounded in
 // time as a whole and in size.
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "sources/MusicSourceQQMusic.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/MusicSourceQQMusic.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

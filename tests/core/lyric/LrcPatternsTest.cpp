@@ -1,5 +1,5 @@
-#include "lyric/LrcPatterns.h"
-#include "lyric/LrcLineScanner.h"
+#include "core/lyric/LrcPatterns.h"
+#include "core/lyric/LrcLineScanner.h"
 
 #include "support/QtPrinters.h"
 

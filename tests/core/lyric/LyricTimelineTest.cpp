@@ -1,4 +1,4 @@
-#include "lyric/Lyric.h"
+#include "core/lyric/Lyric.h"
 
 #include "support/TempHome.h"
 

@@ -1,5 +1,5 @@
-#include "lyric/StartTimeSort.h"
-#include "lyric/Lyric.h"
+#include "core/lyric/StartTimeSort.h"
+#include "core/lyric/Lyric.h"
 
 #include <gtest/gtest.h>
 

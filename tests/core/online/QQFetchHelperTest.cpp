@@ -1,5 +1,5 @@
-#include "online/QQFetchHelper.h"
-#include "online/XmlAnswer.h"
+#include "core/online/QQFetchHelper.h"
+#include "core/online/XmlAnswer.h"
 
 #include "support/QtPrinters.h"
 #include "support/RawHttpServer.h"

@@ -1,6 +1,6 @@
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "sources/iTunesControl.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/iTunesControl.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

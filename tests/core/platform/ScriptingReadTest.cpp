@@ -1,5 +1,5 @@
-#include "platform/DirectPropertyRead.h"
-#include "platform/ScriptingObject.h"
+#include "core/platform/DirectPropertyRead.h"
+#include "core/platform/ScriptingObject.h"
 
 #include "support/FakePlayer.h"
 #include "support/QtPrinters.h"

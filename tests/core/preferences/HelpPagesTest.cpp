@@ -1,6 +1,6 @@
-#include "preferences/HelpPages.h"
+#include "core/preferences/HelpPages.h"
 
-#include "settings/ServiceAddresses.h"
+#include "core/settings/ServiceAddresses.h"
 
 #include "support/TempHome.h"
 

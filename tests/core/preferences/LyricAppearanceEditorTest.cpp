@@ -1,7 +1,7 @@
-#include "preferences/LyricAppearanceEditor.h"
+#include "core/preferences/LyricAppearanceEditor.h"
 
-#include "settings/NSFontTransformer.h"
-#include "settings/Settings.h"
+#include "core/settings/NSFontTransformer.h"
+#include "core/settings/Settings.h"
 
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"

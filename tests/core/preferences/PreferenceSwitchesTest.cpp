@@ -1,6 +1,6 @@
-#include "preferences/PreferenceSwitches.h"
+#include "core/preferences/PreferenceSwitches.h"
 
-#include "settings/Settings.h"
+#include "core/settings/Settings.h"
 
 #include "support/TempHome.h"
 

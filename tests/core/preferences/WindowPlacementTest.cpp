@@ -1,4 +1,4 @@
-#include "preferences/WindowPlacement.h"
+#include "core/preferences/WindowPlacement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "settings/PLSettings.h"
-#include "settings/KeyedArchive.h"
-#include "settings/NSFontTransformer.h"
+#include "core/settings/PLSettings.h"
+#include "core/settings/KeyedArchive.h"
+#include "core/settings/NSFontTransformer.h"
 
 #include "support/QtPrinters.h"
 #include "support/TempHome.h"

@@ -1,8 +1,8 @@
 // The MPRIS source against a real player (mpv with its MPRIS plug-in), and the cost of
 // following a player. Both are skipped when what they need is missing; the measurement runs
 // only when asked (--gtest_also_run_disabled_tests).
-#include "platform/Workspace.h"
-#include "sources/MusicSourceMpris.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/MusicSourceMpris.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

@@ -1,6 +1,6 @@
 // The MPRIS source against versewick-player --as mpris on a private session bus.
-#include "platform/Workspace.h"
-#include "sources/MusicSourceMpris.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/MusicSourceMpris.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

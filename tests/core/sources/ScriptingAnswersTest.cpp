@@ -1,8 +1,8 @@
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Workspace.h"
-#include "sources/JukoraControl.h"
-#include "sources/MusicSourceQQMusic.h"
-#include "sources/iTunesControl.h"
+#include "core/platform/DistributedNotificationCenter.h"
+#include "core/platform/Workspace.h"
+#include "core/sources/JukoraControl.h"
+#include "core/sources/MusicSourceQQMusic.h"
+#include "core/sources/iTunesControl.h"
 
 #include "support/FakePlayer.h"
 #include "support/PlayerProcess.h"

@@ -1,7 +1,7 @@
-#include "store/NSArrayControllerLyric.h"
-#include "store/TrackArtworksValueTransformer.h"
-#include "store/TrackDurationValueTransformer.h"
-#include "store/TrackRatingValueTransformer.h"
+#include "core/store/NSArrayControllerLyric.h"
+#include "core/store/TrackArtworksValueTransformer.h"
+#include "core/store/TrackDurationValueTransformer.h"
+#include "core/store/TrackRatingValueTransformer.h"
 
 #include <QBuffer>
 #include <QImage>

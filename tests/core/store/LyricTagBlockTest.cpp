@@ -1,7 +1,7 @@
 #include "StoreFixture.h"
 
-#include "foundation/DataAdditions.h"
-#include "store/LyricTagBlock.h"
+#include "core/foundation/DataAdditions.h"
+#include "core/store/LyricTagBlock.h"
 
 #include "support/QtPrinters.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "lyric/Lyric.h"
-#include "store/LyricControl.h"
-#include "store/LyricsTrack.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
+#include "core/store/LyricsTrack.h"
 
 #include "support/TempHome.h"
 

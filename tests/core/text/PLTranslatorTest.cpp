@@ -1,5 +1,5 @@
-#include "text/PLTranslator.h"
-#include "foundation/Assertion.h"
+#include "core/text/PLTranslator.h"
+#include "core/foundation/Assertion.h"
 
 #include "support/QtPrinters.h"
 

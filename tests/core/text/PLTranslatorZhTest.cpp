@@ -1,4 +1,4 @@
-#include "text/PLTranslatorZh.h"
+#include "core/text/PLTranslatorZh.h"
 
 #include "support/QtPrinters.h"
 

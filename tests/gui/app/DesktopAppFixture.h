@@ -2,12 +2,12 @@
 
 #include "../../core/app/AppFixture.h"
 
-#include "app/DesktopApplication.h"
-#include "app/DesktopWindowFactory.h"
-#include "app/LyricPanel.h"
-#include "display/HUDWindow.h"
-#include "display/SingleLineModeController.h"
-#include "tray/StatusMenu.h"
+#include "gui/app/DesktopApplication.h"
+#include "gui/app/DesktopWindowFactory.h"
+#include "gui/app/LyricPanel.h"
+#include "gui/display/HUDWindow.h"
+#include "gui/display/SingleLineModeController.h"
+#include "gui/tray/StatusMenu.h"
 
 // The desktop application as `versewick` builds it, on temporary settings and folders, with
 // timers the test fires and no plug-in.

@@ -1,6 +1,6 @@
 // The versewick executable itself: it starts, owns its bus name, lets a second start show its
 // window and exit 0, and quits through the service.
-#include "app/AppDBusService.h"
+#include "core/app/AppDBusService.h"
 
 #include "support/PlayerProcess.h"
 #include "support/QtPrinters.h"

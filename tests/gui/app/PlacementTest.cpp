@@ -1,9 +1,9 @@
 #include "DesktopAppFixture.h"
-#include "app/LyricPanel.h"
-#include "app/NotificationPanel.h"
-#include "app/PlatformChoice.h"
-#include "display/NotificationWindow.h"
-#include "display/NotificationWindowController.h"
+#include "gui/app/LyricPanel.h"
+#include "gui/app/NotificationPanel.h"
+#include "gui/app/PlatformChoice.h"
+#include "gui/display/NotificationWindow.h"
+#include "gui/display/NotificationWindowController.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "DesktopAppFixture.h"
 
-#include "app/LyricManagerWindow.h"
-#include "store/NSArrayControllerLyric.h"
-#include "windows/LyricManagerWC.h"
+#include "core/store/NSArrayControllerLyric.h"
+#include "gui/app/LyricManagerWindow.h"
+#include "gui/windows/LyricManagerWC.h"
 
 #include <QAction>
 #include <QContextMenuEvent>

@@ -1,10 +1,10 @@
-#include "display/HUDWindow.h"
-#include "display/SingleLineModeController.h"
-#include "display/SingleLineView.h"
-#include "display/VSEffectLabel.h"
-#include "display/WindowFrameAutosave.h"
-#include "display/WrappedText.h"
-#include "settings/Settings.h"
+#include "core/settings/Settings.h"
+#include "gui/display/HUDWindow.h"
+#include "gui/display/SingleLineModeController.h"
+#include "gui/display/SingleLineView.h"
+#include "gui/display/VSEffectLabel.h"
+#include "gui/display/WindowFrameAutosave.h"
+#include "gui/display/WrappedText.h"
 #include "support/TempHome.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "display/LRCView.h"
-#include "display/AppController.h"
-#include "lyric/Lyric.h"
-#include "settings/Settings.h"
+#include "gui/display/LRCView.h"
+#include "core/lyric/Lyric.h"
+#include "core/settings/Settings.h"
+#include "gui/display/AppController.h"
 #include "support/TempHome.h"
 
 #include <gtest/gtest.h>

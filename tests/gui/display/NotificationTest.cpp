@@ -1,6 +1,6 @@
-#include "display/LayerTextField.h"
-#include "display/NotificationWindow.h"
-#include "display/NotificationWindowController.h"
+#include "gui/display/LayerTextField.h"
+#include "gui/display/NotificationWindow.h"
+#include "gui/display/NotificationWindowController.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "preferences/PLTabPreferenceControl.h"
-#include "preferences/PLTabPreferenceDelegate.h"
+#include "gui/preferences/PLTabPreferenceControl.h"
+#include "gui/preferences/PLTabPreferenceDelegate.h"
 
 #include <QAction>
 #include <QToolBar>

@@ -1,7 +1,7 @@
 // The application's windows open clear of the windows that stay on top, and Escape or Ctrl+W
 // close them from a focused field.
-#include "windows/LyricManagerWC.h"
-#include "windows/LyricSearchWC.h"
+#include "gui/windows/LyricManagerWC.h"
+#include "gui/windows/LyricSearchWC.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,9 +1,9 @@
-#include "windows/LyricManagerWC.h"
+#include "gui/windows/LyricManagerWC.h"
 
-#include "app/DesktopPort.h"
-#include "store/LyricControl.h"
-#include "store/NSArrayControllerLyric.h"
-#include "windows/ContextMenuTableView.h"
+#include "core/app/DesktopPort.h"
+#include "core/store/LyricControl.h"
+#include "core/store/NSArrayControllerLyric.h"
+#include "gui/windows/ContextMenuTableView.h"
 
 #include "support/TempHome.h"
 

@@ -1,7 +1,7 @@
-#include "windows/LyricSearchWC.h"
+#include "gui/windows/LyricSearchWC.h"
 
-#include "app/LrcFetcherProtocol.h"
-#include "online/LyricSearchDelegate.h"
+#include "core/app/LrcFetcherProtocol.h"
+#include "core/online/LyricSearchDelegate.h"
 
 #include "support/RawHttpServer.h"
 

@@ -2,10 +2,10 @@
 // types a filter, printing how long each step took; with --show, keeps the manager and a
 // search window (with results) on screen for screenshots until killed.
 //   windows_demo [file-count] [--show]
-#include "store/LyricControl.h"
-#include "store/NSArrayControllerLyric.h"
-#include "windows/LyricManagerWC.h"
-#include "windows/LyricSearchWC.h"
+#include "core/store/LyricControl.h"
+#include "core/store/NSArrayControllerLyric.h"
+#include "gui/windows/LyricManagerWC.h"
+#include "gui/windows/LyricSearchWC.h"
 
 #include "support/RawHttpServer.h"
 #include "support/TempHome.h"

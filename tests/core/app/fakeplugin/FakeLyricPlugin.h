@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LrcFetcherProtocol.h"
+#include "core/app/LrcFetcherProtocol.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>
