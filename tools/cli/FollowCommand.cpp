@@ -87,7 +87,7 @@ int follow(const QStringList& args)
     TerminalPrinter printer(json);
     // The user's settings are read, never written: the desktop application owns them.
     HeadlessApplication root;
-    AppDelegate& app = root.build({&printer, &printer, &printer, &printer, nullptr, nullptr});
+    AppDelegate& app = root.build({});
     std::unique_ptr<StatusLinePrinter> statusLine;
     if (format) {
         statusLine = std::make_unique<StatusLinePrinter>(*format, app, [&app]() -> QString {

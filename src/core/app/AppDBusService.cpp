@@ -167,8 +167,7 @@ void AppDBusService::SetMode(int mode, const QDBusMessage& message)
             QStringLiteral("The mode is 0 (scrolling panel) or 1 (single line), not %1").arg(mode));
         return;
     }
-    m_delegate.changeLrcMode(mode == 0 ? StatusMenuPort::Item::ModeStream
-                                       : StatusMenuPort::Item::ModeLine);
+    m_delegate.changeLrcMode(mode == 0 ? StatusMenuItem::ModeStream : StatusMenuItem::ModeLine);
 }
 
 void AppDBusService::ShowSearchWindow()

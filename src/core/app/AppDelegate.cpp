@@ -58,7 +58,7 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
                                                  : nullptr;
                                   },
                                   store});
-    m_loop = std::make_unique<SourceLoop>(m_state, m_shown, m_env.settings, *m_acquisition, m_ports,
+    m_loop = std::make_unique<SourceLoop>(m_state, m_shown, m_env.settings, *m_acquisition,
                                           m_env.timers);
 
     connect(m_loop.get(), &SourceLoop::playerChosen, m_acquisition.get(),
@@ -315,7 +315,7 @@ void AppDelegate::hideMainWindow()
 {
     m_menu->hideMainWindow();
 }
-void AppDelegate::changeLrcMode(StatusMenuPort::Item sender)
+void AppDelegate::changeLrcMode(StatusMenuItem sender)
 {
     m_menu->changeLrcMode(sender);
 }

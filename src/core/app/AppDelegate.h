@@ -5,7 +5,7 @@
 #include "core/app/AppState.h"
 #include "core/app/ShownLyric.h"
 #include "core/app/SourceLoop.h"
-#include "core/app/StatusMenuPort.h"
+#include "core/app/StatusMenuItem.h"
 #include "core/sources/iTunesControl.h"
 #include "core/store/LyricControlDelegate.h"
 
@@ -81,7 +81,7 @@ public:
     void toggleLyricsWindow();
     void showMainWindow();
     void hideMainWindow();
-    void changeLrcMode(StatusMenuPort::Item sender);
+    void changeLrcMode(StatusMenuItem sender);
     void changeLrcModeTo(int mode);
     void showPreferencePanel();
     void showAbout();

@@ -1,19 +1,18 @@
 #pragma once
 
 class DesktopPort;
-class LyricPanelPort;
 class LyricViewPort;
 class SingleLinePort;
-class StatusMenuPort;
 class WindowFactoryPort;
+class WindowPort;
 
-// Everything the controller shows, reached through interfaces so that it runs without a
-// display. Not owned; any of them may be null (nothing is shown there).
+// What the controller commands, reached through interfaces so that it runs without a display:
+// windows to show, close and reload, files and pages to open. What it shows goes to AppState.
+// Not owned; any of them may be null (nothing is there).
 struct AppPorts {
     LyricViewPort* appController = nullptr;
     SingleLinePort* singleLineControl = nullptr;
-    LyricPanelPort* uiLRCpanel = nullptr;
-    StatusMenuPort* statusMenu = nullptr;
+    WindowPort* uiLRCpanel = nullptr;
     WindowFactoryPort* windows = nullptr;
     DesktopPort* desktop = nullptr;
 };

@@ -21,10 +21,41 @@ void AppState::setStatus(const QString& v)
     assign(m_status, v.isNull() ? QStringLiteral("") : v, "Status");
 }
 
+void AppState::showLyric(Lyric* lyric)
+{
+    m_shownLyric = lyric;
+    Q_EMIT lyricShown(lyric);
+}
+
+void AppState::showInfo(const QString& info)
+{
+    Q_EMIT infoShown(info);
+    setStatus(info);
+    setLineText(info);
+}
+
+void AppState::setToggleTitle(const QString& title)
+{
+    if (title == m_toggleTitle)
+        return;
+    m_toggleTitle = title;
+    Q_EMIT menuChanged();
+}
+
+void AppState::setModeItems(bool streamOn, bool lineOn)
+{
+    if (streamOn == m_streamItemOn && lineOn == m_lineItemOn)
+        return;
+    m_streamItemOn = streamOn;
+    m_lineItemOn = lineOn;
+    Q_EMIT menuChanged();
+}
+
 void AppState::setLine(int index, const QString& text, double position)
 {
     const QString t = text.isNull() ? QStringLiteral("") : text;
     m_position = position;
+    Q_EMIT stripTextShown(text);
     if (index == m_lineIndex && t == m_line)
         return;
     const bool indexChanged = index != m_lineIndex, textChanged = t != m_line;

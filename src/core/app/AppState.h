@@ -4,13 +4,31 @@
 #include <QString>
 #include <QVariant>
 
-// What the controller shows, as values others can watch: the D-Bus service publishes them and
-// the terminal follower prints them. Each setter signals only a real change.
+class Lyric;
+
+// The one view model: everything the controller shows, as values others watch. The displays,
+// the status menu, the D-Bus service and the terminal follower observe it; the controller never
+// reaches a display otherwise. Published values signal only a real change; what the displays are
+// handed (the lyric, the play time, messages, the strip's text) is signalled on every write, as
+// a display lays the same lyric out again when it comes back parsed afresh.
 class AppState : public QObject {
     Q_OBJECT
 public:
     // Where the installed lyric came from.
     enum Origin { None = -1, Folder = 0, TrackTag = 1, Plugin = 2, ByHand = 3, BesideAudio = 4 };
+
+    // The lyric the displays show (not owned; null: none) and the play time they follow.
+    Lyric* shownLyric() const { return m_shownLyric; }
+    void showLyric(Lyric* lyric);
+    void showPlayTime(float seconds) { Q_EMIT playTimeShown(seconds); }
+    // A message over the lyric and in the strip (null: cleared); published as Status and Line.
+    void showInfo(const QString& info);
+    // The status menu: the show/hide item's title and the two mode check marks.
+    QString toggleTitle() const { return m_toggleTitle; }
+    bool streamItemOn() const { return m_streamItemOn; }
+    bool lineItemOn() const { return m_lineItemOn; }
+    void setToggleTitle(const QString& title);
+    void setModeItems(bool streamOn, bool lineOn);
 
     int sourceKind() const { return m_sourceKind; }
     QString sourceName() const { return m_sourceName; }
@@ -44,6 +62,7 @@ public:
     void setLineText(const QString& text)
     {
         assign(m_line, text.isNull() ? QStringLiteral("") : text, "Line");
+        Q_EMIT stripTextShown(text);
     }
     void setPosition(double v) { m_position = v; } // read, never signalled
     void setMode(int v) { assign(m_mode, v, "Mode"); }
@@ -55,6 +74,12 @@ Q_SIGNALS:
     void changed(const QString& name, const QVariant& value);
     void songChanged(int sourceKind, const QString& artist, const QString& title);
     void lineChanged(int index, const QString& text, double position);
+    void lyricShown(Lyric* lyric);
+    void playTimeShown(float seconds);
+    void infoShown(const QString& info);
+    // The strip's text: the lit line, a message, or null (blank).
+    void stripTextShown(const QString& text);
+    void menuChanged();
 
 private:
     template <typename T> void assign(T& field, const T& value, const char* name)
@@ -64,6 +89,10 @@ private:
         field = value;
         Q_EMIT changed(QLatin1String(name), QVariant::fromValue(value));
     }
+
+    Lyric* m_shownLyric = nullptr;
+    QString m_toggleTitle;
+    bool m_streamItemOn = false, m_lineItemOn = false;
 
     int m_sourceKind = 0;
     QString m_sourceName;

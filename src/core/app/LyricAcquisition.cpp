@@ -3,7 +3,6 @@
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
 #include "core/app/DesktopPort.h"
-#include "core/app/LyricViewPort.h"
 #include "core/app/PlayerSource.h"
 #include "core/app/PluginHost.h"
 #include "core/app/SearchWindowPort.h"
@@ -50,8 +49,7 @@ void LyricAcquisition::installed(int origin)
 {
     m_shown.available = true;
     Q_EMIT statusChanged({});
-    if (m_context.ports.appController)
-        m_context.ports.appController->setParser(m_shown.parser.get());
+    m_state.showLyric(m_shown.parser.get());
     m_state.setLyricOrigin(origin);
     m_state.setLyricLoaded(true);
     Q_EMIT lyricInstalled(origin);

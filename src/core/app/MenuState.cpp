@@ -3,12 +3,12 @@
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
 #include "core/app/LyricManagerPort.h"
-#include "core/app/LyricPanelPort.h"
 #include "core/app/LyricViewPort.h"
 #include "core/app/NotificationPort.h"
 #include "core/app/PreferencesPort.h"
 #include "core/app/SingleLinePort.h"
 #include "core/app/WindowFactoryPort.h"
+#include "core/app/WindowPort.h"
 #include "core/settings/Settings.h"
 
 MenuState::MenuState(Settings& settings, AppState& state, AppPorts ports, Makers makers)
@@ -24,10 +24,7 @@ MenuState::~MenuState() = default;
 void MenuState::setModeItems()
 {
     const int style = m_settings.lyricStyle();
-    if (m_ports.statusMenu) {
-        m_ports.statusMenu->setModeStreamOn(style == 0);
-        m_ports.statusMenu->setModeLineOn(style != 0);
-    }
+    m_state.setModeItems(style == 0, style != 0);
     m_state.setMode(style);
 }
 
@@ -49,8 +46,7 @@ void MenuState::showMainWindow()
     } else if (m_ports.uiLRCpanel) {
         m_ports.uiLRCpanel->orderFrontRegardless();
     }
-    if (m_ports.statusMenu)
-        m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kHideLRC));
+    m_state.setToggleTitle(apptext::tr(apptext::kHideLRC));
 }
 
 void MenuState::hideMainWindow()
@@ -59,17 +55,13 @@ void MenuState::hideMainWindow()
         m_ports.singleLineControl->window()->close();
     if (m_ports.uiLRCpanel)
         m_ports.uiLRCpanel->close();
-    if (m_ports.statusMenu)
-        m_ports.statusMenu->setToggleTitle(apptext::tr(apptext::kShowLRC));
+    m_state.setToggleTitle(apptext::tr(apptext::kShowLRC));
 }
 
-void MenuState::changeLrcMode(StatusMenuPort::Item sender)
+void MenuState::changeLrcMode(StatusMenuItem sender)
 {
-    const bool stream = sender == StatusMenuPort::Item::ModeStream;
-    if (m_ports.statusMenu) {
-        m_ports.statusMenu->setModeStreamOn(stream);
-        m_ports.statusMenu->setModeLineOn(!stream);
-    }
+    const bool stream = sender == StatusMenuItem::ModeStream;
+    m_state.setModeItems(stream, !stream);
     changeLrcModeTo(stream ? 0 : 1);
 }
 
@@ -148,12 +140,7 @@ void MenuState::notificationCanBeRemoved()
 
 void MenuState::setInfo(const QString& info)
 {
-    if (m_ports.appController)
-        m_ports.appController->setInfo(info);
-    if (m_ports.singleLineControl)
-        m_ports.singleLineControl->setContent(info);
-    m_state.setStatus(info);
-    m_state.setLineText(info);
+    m_state.showInfo(info);
 }
 
 void MenuState::reloadLyricView()

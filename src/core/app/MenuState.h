@@ -2,7 +2,7 @@
 
 #include "core/app/AppPorts.h"
 #include "core/app/NotificationPort.h"
-#include "core/app/StatusMenuPort.h"
+#include "core/app/StatusMenuItem.h"
 
 #include <QObject>
 #include <QString>
@@ -38,7 +38,7 @@ public:
     void toggleLyricsWindow();
     void showMainWindow();
     void hideMainWindow();
-    void changeLrcMode(StatusMenuPort::Item sender);
+    void changeLrcMode(StatusMenuItem sender);
     void changeLrcModeTo(int mode);
     void showPreferencePanel();
     void showAbout();

@@ -2,23 +2,18 @@
 
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
-#include "core/app/LyricPanelPort.h"
-#include "core/app/LyricViewPort.h"
 #include "core/app/ShownLyric.h"
-#include "core/app/SingleLinePort.h"
-#include "core/app/StatusMenuPort.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
 
 #include <QElapsedTimer>
 
 SourceLoop::SourceLoop(AppState& state, ShownLyric& shown, Settings& settings,
-                       LyricAcquisition& acquisition, AppPorts ports, UpdateTimer::Factory timers)
+                       LyricAcquisition& acquisition, UpdateTimer::Factory timers)
     : m_state(state)
     , m_shown(shown)
     , m_settings(settings)
     , m_acquisition(acquisition)
-    , m_ports(ports)
     , m_timers(std::move(timers))
     , m_changes(this,
                 [this] {
@@ -73,8 +68,6 @@ void SourceLoop::updateMusicSource()
         Q_EMIT statusChanged(apptext::tr(apptext::kITunesNotRunning));
         deactiveTimer();
     }
-    if (m_ports.statusMenu)
-        m_ports.statusMenu->setSourceTitle(title);
     m_state.setSourceName(title);
 }
 
@@ -127,8 +120,6 @@ void SourceLoop::tick(PlayerSource* source)
 void SourceLoop::songPresent(const PlayerSong& song, PlayerSource& source)
 {
     const QString panelTitle = QStringLiteral("%1-%2").arg(song.title, song.artist);
-    if (m_ports.uiLRCpanel)
-        m_ports.uiLRCpanel->setTitle(panelTitle);
     m_state.setPanelTitle(panelTitle);
     m_state.setSong(song.artist, song.title);
     if (m_shown.available)
@@ -137,13 +128,10 @@ void SourceLoop::songPresent(const PlayerSong& song, PlayerSource& source)
 
 void SourceLoop::drive(float seconds)
 {
-    if (m_ports.appController)
-        m_ports.appController->updateTime(seconds);
+    m_state.showPlayTime(seconds);
     Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
     const QString text = item ? item->content() : QString();
-    if (m_ports.singleLineControl)
-        m_ports.singleLineControl->setContent(text);
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;
@@ -156,12 +144,9 @@ void SourceLoop::drive(float seconds)
 void SourceLoop::notPlaying(const QString& message)
 {
     const QString title = QLatin1String(apptext::kPanelTitle);
-    if (m_ports.uiLRCpanel)
-        m_ports.uiLRCpanel->setTitle(title);
     m_state.setPanelTitle(title);
     m_state.setSong({}, {});
-    if (m_ports.appController)
-        m_ports.appController->setParser(nullptr);
+    m_state.showLyric(nullptr);
     Q_EMIT statusChanged(message);
 }
 
@@ -172,8 +157,6 @@ void SourceLoop::followTitle(const PlayerSource& source)
     const QString title = source.menuTitle();
     if (title.isEmpty() || title == m_state.sourceName())
         return;
-    if (m_ports.statusMenu)
-        m_ports.statusMenu->setSourceTitle(title);
     m_state.setSourceName(title);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/app/AppPorts.h"
 #include "core/app/LyricLookup.h"
 #include "core/app/NotificationPort.h"
 #include "core/app/PlayerSource.h"
@@ -32,7 +31,7 @@ public:
     static constexpr qint64 kStallMs = 1000;
 
     SourceLoop(AppState& state, ShownLyric& shown, Settings& settings,
-               LyricAcquisition& acquisition, AppPorts ports, UpdateTimer::Factory timers);
+               LyricAcquisition& acquisition, UpdateTimer::Factory timers);
     ~SourceLoop() override;
 
     // Adds a player at its place in the priority list (0 first) and listens to it.
@@ -84,7 +83,6 @@ private:
     ShownLyric& m_shown;
     Settings& m_settings;
     LyricAcquisition& m_acquisition;
-    AppPorts m_ports;
     UpdateTimer::Factory m_timers;
     std::unique_ptr<UpdateTimer> m_timer;
     struct Ranked {

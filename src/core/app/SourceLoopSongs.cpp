@@ -5,9 +5,7 @@
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
 #include "core/app/LyricAcquisition.h"
-#include "core/app/LyricViewPort.h"
 #include "core/app/ShownLyric.h"
-#include "core/app/SingleLinePort.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
 #include "core/settings/Settings.h"
@@ -80,10 +78,7 @@ void SourceLoop::clearForSong()
     m_shown.available = false;
     m_state.setLyricLoaded(false);
     lyricInstalled();
-    if (m_ports.appController)
-        m_ports.appController->setParser(nullptr);
-    if (m_ports.singleLineControl)
-        m_ports.singleLineControl->setContent(QString());
+    m_state.showLyric(nullptr);
     m_state.setLineText(QString());
 }
 

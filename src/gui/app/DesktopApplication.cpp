@@ -1,6 +1,7 @@
 #include "gui/app/DesktopApplication.h"
 
 #include "core/app/AppDelegate.h"
+#include "core/app/AppState.h"
 #include "core/app/PreferencesPort.h"
 #include "core/foundation/SystemLog.h"
 #include "gui/app/DesktopWindowFactory.h"
@@ -40,7 +41,8 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
         });
 
     AppDelegate& app = m_root.build({m_scrollingPort.get(), m_stripPort.get(), m_panel.get(),
-                                     m_menu.get(), m_windows.get(), m_desktop.get()});
+                                     m_windows.get(), m_desktop.get()});
+    observe(app.state());
     m_menu->setDelegate(&app);
     m_windows->setDelegate(&app);
     m_windows->setITunes(&m_root.itunes());
@@ -48,6 +50,24 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     // Only the desktop application writes the settings, and only on a normal exit.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
                      &AppDelegate::applicationWillTerminate);
+}
+
+// The displays and the status menu show what the view model holds, and nothing else.
+void DesktopApplication::observe(const AppState& state)
+{
+    AppController* scrolling = m_scrolling.get();
+    QObject::connect(&state, &AppState::lyricShown, scrolling, &AppController::setParser);
+    QObject::connect(&state, &AppState::playTimeShown, scrolling, &AppController::updateTime);
+    QObject::connect(&state, &AppState::infoShown, scrolling, &AppController::setInfo);
+    QObject::connect(&state, &AppState::stripTextShown, m_strip.get(),
+                     &SingleLineModeController::setContent);
+    LyricPanel* panel = m_panel.get();
+    QObject::connect(&state, &AppState::changed, panel,
+                     [panel](const QString& name, const QVariant& value) {
+                         if (name == QLatin1String("PanelTitle"))
+                             panel->setTitle(value.toString());
+                     });
+    m_menu->observe(state);
 }
 
 DesktopApplication::~DesktopApplication()

@@ -6,6 +6,7 @@
 
 class AppController;
 class AppDelegate;
+class AppState;
 class DesktopWindowFactory;
 class LyricPanel;
 class ScrollingViewPort;
@@ -39,6 +40,8 @@ public:
     void launch();
 
 private:
+    void observe(const AppState& state);
+
     HeadlessApplication m_root;
     std::unique_ptr<SystemDesktop> m_desktop;
     std::unique_ptr<StatusMenu> m_menu;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/app/LyricPanelPort.h"
+#include "core/app/WindowPort.h"
 
 #include <QMenu>
 #include <QObject>
@@ -20,7 +20,7 @@ class WindowFrameAutosave;
 // The lyric panel: a HUD panel hosting the scrolling lyric view, with the search button in its
 // title strip, its frame kept as "StreamWindowFrame", and the status menu's items as its
 // context menu (the only way to reach them when there is no tray).
-class LyricPanel : public QObject, public LyricPanelPort {
+class LyricPanel : public QObject, public WindowPort {
     Q_OBJECT
 public:
     static constexpr char kFrameName[] = "StreamWindowFrame";
@@ -39,7 +39,7 @@ public:
     static QRect placedFrame(const QRect& screen, const QSize& panel,
                              const std::optional<QRect>& saved);
 
-    void setTitle(const QString& title) override;
+    void setTitle(const QString& title);
     void orderFrontRegardless() override;
     void close() override;
 

@@ -11,9 +11,6 @@ public:
     {
     }
 
-    void setParser(Lyric* lyric) override { m_controller.setParser(lyric); }
-    void updateTime(float seconds) override { m_controller.updateTime(seconds); }
-    void setInfo(const QString& info) override { m_controller.setInfo(info); }
     void updateConfigs() override { m_controller.updateConfigs(); }
 
 private:

@@ -13,7 +13,6 @@ public:
     {
     }
 
-    void setContent(const QString& text) override { m_controller.setContent(text); }
     void loadWindow() override { m_controller.loadWindow(); }
     void updateFromSettings() override { m_controller.updateFromSettings(); }
     // Not owned; the strip shows it on a right click (the only way to it without a tray).

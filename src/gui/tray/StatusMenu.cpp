@@ -1,5 +1,7 @@
 #include "gui/tray/StatusMenu.h"
 
+#include "core/app/AppState.h"
+
 #include "core/app/AppDelegate.h"
 #include "core/app/AppTexts.h"
 #include "gui/tray/AppIcon.h"
@@ -23,12 +25,14 @@ StatusMenu::StatusMenu(QObject* parent)
     m_modeLine = m_menu->addAction(tr("Line Mode"));
     for (QAction* mode : {m_modeStream, m_modeLine}) {
         mode->setCheckable(true);
-        const auto item = mode == m_modeStream ? StatusMenuPort::Item::ModeStream
-                                               : StatusMenuPort::Item::ModeLine;
-        // The controller sets both marks; a click on the ticked item must not untick it.
+        const auto item =
+            mode == m_modeStream ? StatusMenuItem::ModeStream : StatusMenuItem::ModeLine;
+        // The controller sets both marks; a click on the ticked item must not untick it,
+        // although Qt unticks it and the marks the controller holds did not change.
         connect(mode, &QAction::triggered, this, [this, item] {
             if (m_delegate)
                 m_delegate->changeLrcMode(item);
+            showMenuItems();
         });
     }
     m_menu->addSeparator();
@@ -76,6 +80,31 @@ bool StatusMenu::showInTray()
     }
     m_tray->show();
     return true;
+}
+
+void StatusMenu::observe(const AppState& state)
+{
+    m_state = &state;
+    showMenuItems();
+    if (!state.sourceName().isNull())
+        setSourceTitle(state.sourceName());
+    connect(&state, &AppState::menuChanged, this, &StatusMenu::showMenuItems);
+    connect(&state, &AppState::changed, this, [this](const QString& name, const QVariant& value) {
+        if (name == QLatin1String("SourceName"))
+            setSourceTitle(value.toString());
+    });
+}
+
+void StatusMenu::showMenuItems()
+{
+    // Before the controller first set them, the items keep their own.
+    if (!m_state ||
+        (m_state->toggleTitle().isNull() && !m_state->streamItemOn() && !m_state->lineItemOn()))
+        return;
+    if (!m_state->toggleTitle().isNull())
+        setToggleTitle(m_state->toggleTitle());
+    setModeStreamOn(m_state->streamItemOn());
+    setModeLineOn(m_state->lineItemOn());
 }
 
 void StatusMenu::setSourceTitle(const QString& title)

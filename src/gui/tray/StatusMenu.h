@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/app/StatusMenuPort.h"
+#include "core/app/StatusMenuItem.h"
 
 #include <QObject>
 #include <QPointer>
@@ -8,6 +8,7 @@
 #include <memory>
 
 class AppDelegate;
+class AppState;
 class QAction;
 class QMenu;
 class QSystemTrayIcon;
@@ -15,7 +16,7 @@ class QSystemTrayIcon;
 // The status menu: the active source's name, "Show LRC"/"Hide LRC", the two display modes
 // with their check marks, search lyrics, the lyric manager, preferences, about and quit. In the
 // system tray when there is one; the lyric panel offers the same menu on a right click.
-class StatusMenu : public QObject, public StatusMenuPort {
+class StatusMenu : public QObject {
     Q_OBJECT
 public:
     explicit StatusMenu(QObject* parent = nullptr);
@@ -26,10 +27,12 @@ public:
     // Puts the icon in the system tray when a tray is there; false when there is none.
     bool showInTray();
 
-    void setSourceTitle(const QString& title) override;
-    void setToggleTitle(const QString& title) override;
-    void setModeStreamOn(bool on) override;
-    void setModeLineOn(bool on) override;
+    // Follows the source's name, the show/hide title and the mode check marks from now on.
+    void observe(const AppState& state);
+    void setSourceTitle(const QString& title);
+    void setToggleTitle(const QString& title);
+    void setModeStreamOn(bool on);
+    void setModeLineOn(bool on);
 
     QMenu* menu() const { return m_menu.get(); }
     QSystemTrayIcon* trayIcon() const { return m_tray.get(); }
@@ -45,10 +48,12 @@ public:
 
 private:
     QAction* addItem(const QString& title, void (AppDelegate::*action)());
+    void showMenuItems();
 
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_tray;
     QPointer<AppDelegate> m_delegate;
+    QPointer<const AppState> m_state;
     QAction* m_source = nullptr; // actions are owned by the menu
     QAction* m_toggle = nullptr;
     QAction* m_modeStream = nullptr;

@@ -65,7 +65,7 @@ TEST_F(StatusMenu, ToggleAlternatesTheItemTitle)
 TEST_F(StatusMenu, ModeChangeWhileHiddenShowsTheWindowButKeepsTheFlag)
 {
     app->toggleLyricsWindow(); // hidden
-    app->changeLrcMode(StatusMenuPort::Item::ModeLine);
+    app->changeLrcMode(StatusMenuItem::ModeLine);
     EXPECT_TRUE(ports.lineOn);
     EXPECT_FALSE(ports.streamOn);
     EXPECT_EQ(settings->lyricStyle(), 1);
@@ -82,7 +82,7 @@ TEST_F(StatusMenu, ModeChangeWhileHiddenShowsTheWindowButKeepsTheFlag)
 
 TEST_F(StatusMenu, ChoosingTheActiveModeChangesOnlyTheCheckMarks)
 {
-    app->changeLrcMode(StatusMenuPort::Item::ModeStream);
+    app->changeLrcMode(StatusMenuItem::ModeStream);
     EXPECT_TRUE(ports.streamOn);
     EXPECT_FALSE(ports.lineOn);
     EXPECT_TRUE(ports.entries("panel.").isEmpty());

@@ -108,6 +108,7 @@ protected:
                 return loaded;
             };
         app = std::make_unique<AppDelegate>(std::move(env), ports.ports());
+        ports.observe(app->state());
         app->awakeFromNib();
         app->applicationDidFinishLaunching();
     }

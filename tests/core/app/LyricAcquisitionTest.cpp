@@ -31,7 +31,7 @@ protected:
         std::make_unique<QSettings>(home.filePath("services.ini"), QSettings::IniFormat)};
     AppState state;
     ShownLyric shown;
-    RecordingPorts ports;
+    RecordingPorts ports{state};
     LyricControl store;
     QObject answers;
     PluginHost plugin{*settings, state, {}, answers};

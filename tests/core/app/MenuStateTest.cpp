@@ -33,7 +33,7 @@ protected:
     std::unique_ptr<Settings> settings = Settings::launch(
         std::make_unique<QSettings>(home.filePath("settings.ini"), QSettings::IniFormat));
     AppState state;
-    RecordingPorts ports;
+    RecordingPorts ports{state};
     QStringList shown;
     MenuState menu{
         *settings, state, ports.ports(),

@@ -126,3 +126,24 @@ int ManualTimers::live() const
         n += t->active ? 1 : 0;
     return n;
 }
+
+void RecordingPorts::observe(const AppState& state)
+{
+    QObject::connect(&state, &AppState::lyricShown, [this](Lyric* l) { setParser(l); });
+    QObject::connect(&state, &AppState::playTimeShown, [this](float s) { updateTime(s); });
+    QObject::connect(&state, &AppState::infoShown, [this](const QString& t) { setInfo(t); });
+    QObject::connect(&state, &AppState::stripTextShown,
+                     [this](const QString& t) { setContent(t); });
+    QObject::connect(&state, &AppState::menuChanged, [this, &state] {
+        if (state.toggleTitle() != toggleTitle)
+            setToggleTitle(state.toggleTitle());
+        setModeStreamOn(state.streamItemOn());
+        setModeLineOn(state.lineItemOn());
+    });
+    QObject::connect(&state, &AppState::changed, [this](const QString& name, const QVariant& v) {
+        if (name == QLatin1String("PanelTitle"))
+            setTitle(v.toString());
+        else if (name == QLatin1String("SourceName"))
+            setSourceTitle(v.toString());
+    });
+}

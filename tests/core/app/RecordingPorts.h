@@ -1,17 +1,17 @@
 #pragma once
 
 #include "core/app/AppDelegate.h"
+#include "core/app/AppState.h"
 #include "core/app/DesktopPort.h"
 #include "core/app/LyricManagerPort.h"
-#include "core/app/LyricPanelPort.h"
 #include "core/app/LyricViewPort.h"
 #include "core/app/NotificationPort.h"
 #include "core/app/PreferencesPort.h"
 #include "core/app/SearchWindowPort.h"
 #include "core/app/SingleLinePort.h"
-#include "core/app/StatusMenuPort.h"
 #include "core/app/UpdateTimer.h"
 #include "core/app/WindowFactoryPort.h"
+#include "core/app/WindowPort.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -19,12 +19,11 @@
 #include <functional>
 #include <memory>
 
-// Every port at once, writing each call into one log ("panel.title Ann-Rain"), so a test reads
-// what the user would have seen, in order.
+// Every port at once, and an observer of the view model as the displays are, writing each call
+// into one log ("view.info ..."), so a test reads what the user would have seen, in order.
 class RecordingPorts : public LyricViewPort,
                        public SingleLinePort,
-                       public LyricPanelPort,
-                       public StatusMenuPort,
+                       public WindowPort,
                        public WindowFactoryPort,
                        public DesktopPort {
 public:
@@ -40,32 +39,36 @@ public:
     float viewTime = -1;
     int managers = 0, searchWindows = 0, notifications = 0, preferences = 0;
 
-    AppPorts ports() { return {this, this, this, this, this, this}; }
+    RecordingPorts() = default;
+    explicit RecordingPorts(const AppState& state) { observe(state); }
+    AppPorts ports() { return {this, this, this, this, this}; }
+    // Records what the displays and the status menu are shown from now on.
+    void observe(const AppState& state);
     // Log entries that start with prefix.
     QStringList entries(const QString& prefix) const
     {
         return log.filter(QRegularExpression(u'^' + QRegularExpression::escape(prefix)));
     }
 
-    void setParser(Lyric* lyric) override
+    void setParser(Lyric* lyric)
     {
         viewLyric = lyric;
         add(QStringLiteral("view.parser %1").arg(lyric ? "lyric" : "none"));
     }
-    void updateTime(float seconds) override { viewTime = seconds; }
-    void setInfo(const QString& text) override
+    void updateTime(float seconds) { viewTime = seconds; }
+    void setInfo(const QString& text)
     {
         info = text;
         add(QStringLiteral("view.info ") + (text.isNull() ? QStringLiteral("<none>") : text));
     }
     void updateConfigs() override { add(QStringLiteral("view.updateConfigs")); }
 
-    void setContent(const QString& text) override { content = text; }
+    void setContent(const QString& text) { content = text; }
     void loadWindow() override { add(QStringLiteral("strip.load")); }
     void updateFromSettings() override { add(QStringLiteral("strip.updateFromSettings")); }
     WindowPort* window() override { return &m_strip; }
 
-    void setTitle(const QString& title) override { panelTitle = title; }
+    void setTitle(const QString& title) { panelTitle = title; }
     void orderFrontRegardless() override
     {
         panelShown = true;
@@ -77,18 +80,18 @@ public:
         add(QStringLiteral("panel.close"));
     }
 
-    void setSourceTitle(const QString& t) override
+    void setSourceTitle(const QString& t)
     {
         sourceTitle = t;
         add(QStringLiteral("menu.source ") + t);
     }
-    void setToggleTitle(const QString& t) override
+    void setToggleTitle(const QString& t)
     {
         toggleTitle = t;
         add(QStringLiteral("menu.toggle ") + t);
     }
-    void setModeStreamOn(bool on) override { streamOn = on; }
-    void setModeLineOn(bool on) override { lineOn = on; }
+    void setModeStreamOn(bool on) { streamOn = on; }
+    void setModeLineOn(bool on) { lineOn = on; }
 
     std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate&) override;
     std::unique_ptr<LyricManagerPort> createLyricManager() override;

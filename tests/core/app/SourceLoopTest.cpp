@@ -28,13 +28,13 @@ protected:
         std::make_unique<QSettings>(home.filePath("services.ini"), QSettings::IniFormat)};
     AppState state;
     ShownLyric shown;
-    RecordingPorts ports;
+    RecordingPorts ports{state};
     ManualTimers timers;
     QObject answers;
     PluginHost plugin{*settings, state, {}, answers};
     LyricAcquisition acquisition{*settings, addresses, state,
                                  shown,     plugin,    {ports.ports(), nullptr, nullptr, {}, {}}};
-    SourceLoop loop{state, shown, *settings, acquisition, ports.ports(), timers.factory()};
+    SourceLoop loop{state, shown, *settings, acquisition, timers.factory()};
 };
 
 TEST_F(SourceLoopTest, FollowsTheFirstRunningPlayerInPriority)
