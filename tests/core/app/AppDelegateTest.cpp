@@ -295,7 +295,9 @@ TEST_F(Plugins, AnOnlineLyricIsPostedOnceByteForByteAndTheAnswerIgnored)
     EXPECT_EQ(request.body,
               "lyric[artist]=Ann%20%26%20Co&lyric[content]=%5B00%3A01%5Da%26b&lyric[track]=Rain");
     EXPECT_FALSE(request.headers.contains("content-type"));
-    waitFor([] { return false; }, 300); // a retry would come now
+    // A retry would start while the answer is handled: once no transfer is left, it would
+    // have been sent.
+    ASSERT_TRUE(waitFor([] { return PLHttpConfig::s().connections() == 0; }));
     EXPECT_EQ(server.requests().size(), 1);
     EXPECT_EQ(status(), "");
 }

@@ -3,6 +3,7 @@
 #include "RecordingPorts.h"
 
 #include "core/app/AppDelegate.h"
+#include "core/http/PLHttpConfig.h"
 #include "core/app/LyricPluginLoader.h"
 #include "core/lyric/Lyric.h"
 #include "core/platform/DistributedNotificationCenter.h"
