@@ -1,6 +1,6 @@
 // The controller's deliberate behaviours, with recording ports and hand-fired timers; no
 // player runs (the session bus is a private one).
-#include "AppFixture.h"
+#include "support/app/AppFixture.h"
 
 #include "core/app/LyricAcquisition.h"
 #include "core/app/LyricManagerPort.h"

@@ -1,6 +1,6 @@
 // The whole song-change road against the player simulator on a private session bus, with the
 // tests' own plug-in bundle asking a loopback server.
-#include "AppFixture.h"
+#include "support/app/AppFixture.h"
 
 #include "core/app/AppDBusService.h"
 #include "core/foundation/RegularFile.h"

@@ -1,6 +1,6 @@
 // Faults from outside: a plug-in that answers twice, never or with garbage, a player that
 // hangs, a lyrics folder that cannot be written. Each is survived and named once in the log.
-#include "AppFixture.h"
+#include "support/app/AppFixture.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>

@@ -1,6 +1,6 @@
 // LyricAcquisition alone: what installing a lyric reports, and saving by the player's rules.
 #include "FakePlayer.h"
-#include "RecordingPorts.h"
+#include "support/app/RecordingPorts.h"
 
 #include "core/app/AppState.h"
 #include "core/app/LyricAcquisition.h"

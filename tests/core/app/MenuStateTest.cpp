@@ -1,5 +1,5 @@
 // MenuState alone: messages reach both displays and the state; one notification at a time.
-#include "RecordingPorts.h"
+#include "support/app/RecordingPorts.h"
 
 #include "core/app/AppState.h"
 #include "core/app/MenuState.h"

@@ -2,7 +2,7 @@
 // saved in the folder, and the file is left exactly as it was, though the settings ask for
 // the lyric to be written into its tag.
 #include "../audiofile/AudioFixtures.h"
-#include "AppFixture.h"
+#include "support/app/AppFixture.h"
 #include "core/app/AppState.h"
 #include "support/PlayerProcess.h"
 

@@ -1,5 +1,5 @@
 // PluginHost alone: a missing plug-in, and searches one at a time or all at once.
-#include "AppFixture.h"
+#include "support/app/AppFixture.h"
 
 #include "core/app/AppState.h"
 #include "core/app/PluginHost.h"

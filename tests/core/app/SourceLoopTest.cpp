@@ -1,6 +1,6 @@
 // SourceLoop alone: which player it follows and what a song change tells the others.
 #include "FakePlayer.h"
-#include "RecordingPorts.h"
+#include "support/app/RecordingPorts.h"
 
 #include "core/app/AppState.h"
 #include "core/app/LyricAcquisition.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../../core/app/AppFixture.h"
+#include "support/app/AppFixture.h"
 
 #include "gui/app/DesktopApplication.h"
 #include "gui/app/DesktopWindowFactory.h"

@@ -1,4 +1,4 @@
-#include "RecordingPorts.h"
+#include "support/app/RecordingPorts.h"
 
 namespace {
 class SearchWindow : public SearchWindowPort {

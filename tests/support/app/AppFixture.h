@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RecordingPorts.h"
+#include "support/app/RecordingPorts.h"
 
 #include "core/app/AppDelegate.h"
 #include "core/http/PLHttpConfig.h"
