@@ -9,6 +9,7 @@
 #include "core/app/StatusMenuPort.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
+#include "core/reading/ShownLine.h"
 
 #include <QElapsedTimer>
 
@@ -141,16 +142,17 @@ void SourceLoop::drive(float seconds)
         m_ports.appController->updateTime(seconds);
     Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
-    const QString text = item ? item->content() : QString();
-    if (m_ports.singleLineControl)
-        m_ports.singleLineControl->setContent(text);
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;
         m_litIndex = item ? int(lyric->indexOfItem(item)) : -1;
         m_litKnown = true;
     }
-    m_state.setLine(m_litIndex, text, seconds);
+    const ShownLine shown = shownLine(lyric, item, m_litIndex);
+    if (m_ports.singleLineControl)
+        m_ports.singleLineControl->setContent(shown.text);
+    m_state.setSecondaryLine(shown.secondary);
+    m_state.setLine(m_litIndex, shown.text, seconds);
 }
 
 void SourceLoop::notPlaying(const QString& message)

@@ -45,6 +45,12 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     m_windows->setDelegate(&app);
     m_windows->setITunes(&m_root.itunes());
     m_panel->setSearchAction([&app] { app.showSearchWindow(); });
+    // The strip shows the line under the lit line as the controller publishes it.
+    QObject::connect(&app.state(), &AppState::changed, m_strip.get(),
+                     [this](const QString& name, const QVariant& value) {
+                         if (name == QLatin1String("SecondaryLine") && m_strip->view())
+                             m_strip->view()->setSecondary(value.toString());
+                     });
     // Only the desktop application writes the settings, and only on a normal exit.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
                      &AppDelegate::applicationWillTerminate);
