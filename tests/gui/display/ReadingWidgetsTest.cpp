@@ -24,6 +24,7 @@ TEST(ReadingWidgets, AChoiceIsSavedAndLaysTheOpenViewOutAgain)
     lyric.parseLRCcontent(QStringLiteral("[00:01.00]Hello\n[00:01.00]你好\n[00:03.00]End"));
     LRCView view;
     view.resize(400, 300);
+    view.show(); // lays the rows out at the view's size
     view.setParser(&lyric);
     const LRCRowModel& rows = view.model().rows();
     EXPECT_EQ(rows.heightForRow(2), 0);
