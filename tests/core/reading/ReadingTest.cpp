@@ -43,9 +43,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "[00:01.00]Hello\n[00:01.00]你好\n[00:03.00]World\n[00:03.00]世界",
                   {0, 0, 2, 2},
                   "你好"},
-        // A chorus written once with all its tags: a line repeating one of them is its own.
+        // A chorus written once with all its tags: a line right after it repeating one of them
+        // is a line of its own.
         Detection{"LoneRepeatedTagOfAChorus",
-                  "[00:01.00][00:09.00]Chorus\n[00:05.00]Verse\n[00:09.00]Bridge",
+                  "[00:01.00][00:09.00]Chorus\n[00:09.00]Bridge\n[00:05.00]Verse",
                   {0, 1, 2, 3},
                   ""},
         Detection{"SameTagNotRightAfter", "[00:01.00]A\n[00:02.00]X\n[00:01.00]B", {0, 1, 2}, ""},
