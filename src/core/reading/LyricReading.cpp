@@ -89,7 +89,7 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
                 under +=
                     (under.isEmpty() ? QString() : QStringLiteral("\n")) + shown(content.trimmed());
             }
-        } else if (options.secondary == Secondary::Romanization) {
+        } else if (options.secondary == Secondary::Romanization && n <= kMaxRomanizedLines) {
             r.secondary[std::size_t(i)] = romanizer.romanize(content);
         }
     }

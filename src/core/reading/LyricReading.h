@@ -16,6 +16,10 @@ class Romanizer;
 class LyricReading : public QObject {
     Q_OBJECT
 public:
+    // Romanising costs about 0.1 ms a line: a longer lyric (a hostile or generated one) gets
+    // no readings rather than holding the displays up.
+    static constexpr int kMaxRomanizedLines = 2000;
+
     LyricReading();
     ~LyricReading() override;
 

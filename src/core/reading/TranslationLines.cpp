@@ -66,7 +66,15 @@ std::vector<int> owners(const Lyric& lyric)
     std::vector<int> owner(std::size_t(std::max(0, n)));
     for (int i = 0; i < n; ++i)
         owner[std::size_t(i)] = i;
-    if (n < 2)
+    // Reading the text again is only worth it when two lines share a tag.
+    bool shared = false;
+    for (int i = 1; i < n && !shared; ++i) {
+        const LRCItem* before = lyric.lrcItemAtIndex(i - 1);
+        const LRCItem* item = lyric.lrcItemAtIndex(i);
+        shared = before && item && before->minute() == item->minute() &&
+                 before->second() == item->second();
+    }
+    if (!shared)
         return owner;
     const QSet<QString> pairs = translationPairs(lyric.contents());
     if (pairs.isEmpty())
