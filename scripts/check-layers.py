@@ -18,6 +18,7 @@ BELOW = {
     "audiofile": ["store"],
     "sources": ["http", "lyric", "platform", "settings", "store"],
     "preferences": ["settings"],
+    "reading": ["display", "text", "settings"],
 }
 BELOW["app"] = list(BELOW)
 CONTRACT = "core/app/LrcFetcherProtocol.h"

@@ -349,6 +349,45 @@
     </message>
 </context>
 <context>
+    <name>ReadingGroup</name>
+    <message>
+        <source>Reading</source>
+        <translation>阅读</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Translation</source>
+        <translation>翻译</translation>
+    </message>
+    <message>
+        <source>Romanization</source>
+        <translation>罗马音</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>原文</translation>
+    </message>
+    <message>
+        <source>Simplified</source>
+        <translation>简体</translation>
+    </message>
+    <message>
+        <source>Traditional</source>
+        <translation>繁体</translation>
+    </message>
+    <message>
+        <source>Under each line:</source>
+        <translation>每行下方：</translation>
+    </message>
+    <message>
+        <source>Chinese script:</source>
+        <translation>中文字形：</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Stream Mode</source>

@@ -4,10 +4,14 @@
 //                     [--plain] [--start SECONDS]
 //                     [--backdrop split|light|dark|none] [--quit-after SECONDS]
 //                     [--lyric FILE.lrc] [--generate LINES] [--notification-stays]
+//                     [--reading none|translation|romanization]
+//                     [--script original|simplified|traditional]
 #include "Backdrop.h"
 #include "SampleLyric.h"
 #include "core/app/DesktopPort.h"
 #include "core/lyric/Lyric.h"
+#include "core/reading/LyricReading.h"
+#include "core/reading/ShownLine.h"
 #include "core/settings/ServiceAddresses.h"
 #include "core/settings/Settings.h"
 #include "gui/display/AppController.h"
@@ -51,8 +55,12 @@ int main(int argc, char** argv)
     const QCommandLineOption panelIndex(QStringLiteral("panel"),
                                         QStringLiteral("Preferences panel"),
                                         QStringLiteral("index"), QStringLiteral("0"));
-    options.addOptions(
-        {mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays, panelIndex});
+    const QCommandLineOption reading(QStringLiteral("reading"), QStringLiteral("Line under"),
+                                     QStringLiteral("kind"), QStringLiteral("translation"));
+    const QCommandLineOption script(QStringLiteral("script"), QStringLiteral("Chinese script"),
+                                    QStringLiteral("script"), QStringLiteral("original"));
+    options.addOptions({mode, plain, start, backdrop, quitAfter, lyricFile, generate, stays,
+                        panelIndex, reading, script});
     options.process(app);
     const QString shown = options.value(mode);
     const auto wants = [&](const char* name) {
@@ -64,6 +72,8 @@ int main(int argc, char** argv)
         folder.filePath(QStringLiteral("gallery.ini")), QSettings::IniFormat));
     settings->setIsShowSingleLineBG(!options.isSet(plain));
 
+    LyricReading::shared().setOptions({ReadingOptions::secondaryFromName(options.value(reading)),
+                                       ReadingOptions::scriptFromName(options.value(script))});
     Lyric lyric;
     if (options.isSet(lyricFile))
         lyric.parseLRCfile(options.value(lyricFile));
@@ -147,8 +157,14 @@ int main(int argc, char** argv)
             t = std::fmod(t, length);
         if (panel)
             scrolling.updateTime(float(t));
-        if (strip.isWindowLoaded())
-            strip.setContent(lyric.lyricsAtTime(t));
+        if (strip.isWindowLoaded()) {
+            const LRCItem* item = lyric.lrcItemAtTime(t);
+            const ShownLine line =
+                shownLine(&lyric, item, item ? int(lyric.indexOfItem(item)) : -1);
+            strip.setContent(item ? line.text : lyric.lyricsAtTime(t));
+            if (strip.view())
+                strip.view()->setSecondary(line.secondary);
+        }
     };
     QObject::connect(&tick, &QTimer::timeout, &app, update);
     tick.start(200);

@@ -190,3 +190,8 @@ void AppDBusService::Quit()
     // After the reply has gone out.
     QTimer::singleShot(0, &m_delegate, [d = &m_delegate] { Q_EMIT d->quitRequested(); });
 }
+
+QString AppDBusService::secondaryLine() const
+{
+    return m_delegate.state().secondaryLine();
+}

@@ -76,4 +76,5 @@ void AppState::setLyricLoaded(bool v)
     setLyricOrigin(None);
     // The property only: lineChanged is for lines lit by the lyric.
     assign(m_lineIndex, -1, "LineIndex");
+    setSecondaryLine({});
 }

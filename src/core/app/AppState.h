@@ -44,6 +44,7 @@ public:
     int mode() const { return m_mode; }
     bool lyricWindowVisible() const { return m_lyricWindowVisible; }
     QString pluginInfo() const { return m_pluginInfo; }
+    QString secondaryLine() const { return m_secondaryLine; }
 
     void setSourceKind(int v) { assign(m_sourceKind, v, "SourceKind"); }
     void setSourceName(const QString& v) { assign(m_sourceName, v, "SourceName"); }
@@ -68,6 +69,11 @@ public:
     void setMode(int v) { assign(m_mode, v, "Mode"); }
     void setLyricWindowVisible(bool v) { assign(m_lyricWindowVisible, v, "LyricWindowVisible"); }
     void setPluginInfo(const QString& v) { assign(m_pluginInfo, v, "PluginInfo"); }
+    // The text shown under the lit line (its translation or reading); null or empty: none.
+    void setSecondaryLine(const QString& v)
+    {
+        assign(m_secondaryLine, v.isNull() ? QStringLiteral("") : v, "SecondaryLine");
+    }
 
 Q_SIGNALS:
     // A published value changed; name is its D-Bus property name.
@@ -108,4 +114,5 @@ private:
     int m_mode = 0;
     bool m_lyricWindowVisible = false;
     QString m_pluginInfo = QStringLiteral("");
+    QString m_secondaryLine = QStringLiteral("");
 };

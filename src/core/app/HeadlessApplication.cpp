@@ -5,6 +5,7 @@
 #include "core/app/AppEnvironment.h"
 #include "core/platform/DistributedNotificationCenter.h"
 #include "core/platform/Workspace.h"
+#include "core/reading/LyricReading.h"
 #include "core/settings/ServiceAddresses.h"
 #include "core/settings/Settings.h"
 #include "core/sources/iTunesControl.h"
@@ -35,6 +36,8 @@ AppDelegate& HeadlessApplication::build(AppPorts ports)
         environment.timers = m_options.timers;
     environment.bundles = m_options.bundles;
     environment.followMpris = m_options.followMpris;
+    // How lyrics read on the displays and over the bus, as the user set it.
+    LyricReading::shared().setOptions(ReadingOptions::load(m_settings->store()));
     m_controller = std::make_unique<AppDelegate>(std::move(environment), ports);
     QObject::connect(m_controller.get(), &AppDelegate::quitRequested, qApp,
                      &QCoreApplication::quit);

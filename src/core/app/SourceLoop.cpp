@@ -5,6 +5,7 @@
 #include "core/app/ShownLyric.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
+#include "core/reading/ShownLine.h"
 
 #include <QElapsedTimer>
 
@@ -131,14 +132,15 @@ void SourceLoop::drive(float seconds)
     m_state.showPlayTime(seconds);
     Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
-    const QString text = item ? item->content() : QString();
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;
         m_litIndex = item ? int(lyric->indexOfItem(item)) : -1;
         m_litKnown = true;
     }
-    m_state.setLine(m_litIndex, text, seconds);
+    const ShownLine shown = shownLine(lyric, item, m_litIndex);
+    m_state.setSecondaryLine(shown.secondary);
+    m_state.setLine(m_litIndex, shown.text, seconds);
 }
 
 void SourceLoop::notPlaying(const QString& message)

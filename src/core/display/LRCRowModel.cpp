@@ -51,7 +51,46 @@ QString LRCRowModel::textOfRow(int row) const
 {
     const int index = realIndexTrimFromRow(row);
     const LRCItem* item = index < 0 || !m_parser ? nullptr : m_parser->lrcItemAtIndex(index);
-    return item ? item->content() : QStringLiteral("");
+    if (!item)
+        return QStringLiteral("");
+    return m_readings ? m_readings->textOf(index, item->content()) : item->content();
+}
+
+QString LRCRowModel::secondaryTextOfRow(int row) const
+{
+    const int index = realIndexTrimFromRow(row);
+    return index < 0 || !m_readings ? QString() : m_readings->secondaryOf(index);
+}
+
+QFont LRCRowModel::secondaryFont() const
+{
+    QFont font = m_font;
+    if (font.pixelSize() > 0)
+        font.setPixelSize(std::max(1, int(std::round(font.pixelSize() * kSecondaryScale))));
+    else
+        font.setPointSizeF(std::max(1.0, font.pointSizeF() * kSecondaryScale));
+    return font;
+}
+
+double LRCRowModel::secondaryHeightOfRow(int row) const
+{
+    const QString text = secondaryTextOfRow(row);
+    if (!foundation::isNonEmpty(text))
+        return 0;
+    // Remembered apart from the main texts, which are measured in the larger font.
+    const QString key = QChar(1) + text;
+    // Lines under a line are separate lines of the layout.
+    QString laidOut = text;
+    laidOut.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    const auto found = m_measured.constFind(key);
+    if (found != m_measured.cend())
+        return *found;
+    const double h =
+        std::ceil(m_measurer.sizeWithFont(laidOut, secondaryFont(), m_viewSize).height());
+    if (m_measured.size() >= kMaxMeasured)
+        m_measured.clear();
+    m_measured.insert(key, h);
+    return h;
 }
 
 double LRCRowModel::measuredTextHeight(const QString& content) const
@@ -73,16 +112,20 @@ double LRCRowModel::measuredTextHeight(const QString& content) const
 
 double LRCRowModel::heightOfCell(int row) const
 {
-    if (realIndexTrimFromRow(row) < 0)
+    const int index = realIndexTrimFromRow(row);
+    if (index < 0)
         return m_viewSize.height() * 0.5;
+    if (ownerOf(index) != index)
+        return 0;
     double h = measuredTextHeight(textOfRow(row));
     if (h < 1.0)
         h = m_measurer.lineHeight(m_font) * 0.5;
-    return std::trunc(m_cellPadding + h);
+    return std::trunc(m_cellPadding + h + secondaryHeightOfRow(row));
 }
 
 void LRCRowModel::reloadData()
 {
+    m_readings = m_readingsSource && m_parser ? m_readingsSource(m_parser) : nullptr;
     const int rows = numberOfRows();
     const bool atOnce = lineCount() <= kMeasuredAtOnce;
     // One line of text: what most rows of a long lyric turn out to be.

@@ -6,8 +6,11 @@
 #include <QSizeF>
 #include <QString>
 
+#include "core/display/LineReadings.h"
 #include "core/display/RowHeights.h"
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 class Lyric;
@@ -22,6 +25,8 @@ class TextMeasurer;
 class LRCRowModel {
 public:
     static constexpr int kMeasuredAtOnce = 500;
+    // The secondary line's size against the row's font.
+    static constexpr double kSecondaryScale = 0.7;
 
     explicit LRCRowModel(const TextMeasurer& measurer);
 
@@ -38,9 +43,19 @@ public:
 
     int lineCount() const;
     int numberOfRows() const { return lineCount() + 2 * m_placeHolderCnt; }
-    int rowIndexFromLRCindex(int index) const { return index + m_placeHolderCnt; }
+    // A translation line shown under its line answers that line's row.
+    int rowIndexFromLRCindex(int index) const { return ownerOf(index) + m_placeHolderCnt; }
+    // Where each reload takes how the lines read (none: as their content).
+    using ReadingsSource = std::function<std::shared_ptr<const LineReadings>(const Lyric*)>;
+    void setReadingsSource(ReadingsSource source) { m_readingsSource = std::move(source); }
+    int ownerOf(int index) const { return m_readings ? m_readings->ownerOf(index) : index; }
+    // The smaller line drawn under the row's text ("" for none), its font, and its height
+    // (included in the row's).
+    QString secondaryTextOfRow(int row) const;
+    QFont secondaryFont() const;
+    double secondaryHeightOfRow(int row) const;
     int realIndexTrimFromRow(int row) const;
-    // The row's text: the line's content, or "" for a padding row.
+    // The row's text: the line's content as it reads, or "" for a padding row.
     QString textOfRow(int row) const;
 
     // Recomputes every row's height and top from the present lyric, font and view size.
@@ -51,7 +66,8 @@ public:
     double heightForRow(int row) const;
     // The height computed afresh: half the view for a padding row; otherwise cellPadding plus
     // the measured height of the line followed by "aa" (half the font's line height for a
-    // line without text), truncated to whole points.
+    // line without text) and of its secondary line, truncated to whole points; 0 for a line
+    // shown under another.
     double heightOfCell(int row) const;
     QRectF rectForRow(int row) const;
     // Measures the rows within a view's height of the row, so that an offset computed for it
@@ -70,6 +86,8 @@ private:
 
     const TextMeasurer& m_measurer;
     Lyric* m_parser = nullptr;
+    ReadingsSource m_readingsSource;
+    std::shared_ptr<const LineReadings> m_readings;
     const int m_placeHolderCnt = 1;
     QFont m_font;
     int m_cellPadding = 5;

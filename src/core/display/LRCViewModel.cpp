@@ -47,8 +47,9 @@ void LRCViewModel::loadLRCcontent(const QString& text)
 
 void LRCViewModel::reloadData()
 {
-    m_highlighted = parser() ? parser()->itemIndexNonEmptyContent(m_currentLRCindex) : -1;
-    m_rows.reloadData();
+    m_rows.reloadData(); // first: it takes how the lines read
+    m_highlighted =
+        parser() ? m_rows.ownerOf(parser()->itemIndexNonEmptyContent(m_currentLRCindex)) : -1;
     m_host.reloadData();
 }
 
@@ -79,7 +80,8 @@ void LRCViewModel::setCurrentLRCIndex(int index)
         return;
     m_currentLRCindex = index;
     // The rows keep their heights: only the lit row changes, and the host repaints two rows.
-    m_highlighted = parser() ? parser()->itemIndexNonEmptyContent(m_currentLRCindex) : -1;
+    m_highlighted =
+        parser() ? m_rows.ownerOf(parser()->itemIndexNonEmptyContent(m_currentLRCindex)) : -1;
     m_host.highlightChanged();
 }
 

@@ -61,11 +61,13 @@ void DesktopApplication::observe(const AppState& state)
     QObject::connect(&state, &AppState::infoShown, scrolling, &AppController::setInfo);
     QObject::connect(&state, &AppState::stripTextShown, m_strip.get(),
                      &SingleLineModeController::setContent);
-    LyricPanel* panel = m_panel.get();
-    QObject::connect(&state, &AppState::changed, panel,
-                     [panel](const QString& name, const QVariant& value) {
+    QObject::connect(&state, &AppState::changed, m_panel.get(),
+                     [this](const QString& name, const QVariant& value) {
                          if (name == QLatin1String("PanelTitle"))
-                             panel->setTitle(value.toString());
+                             m_panel->setTitle(value.toString());
+                         // The line under the lit line, in the strip.
+                         else if (name == QLatin1String("SecondaryLine") && m_strip->view())
+                             m_strip->view()->setSecondary(value.toString());
                      });
     m_menu->observe(state);
 }

@@ -3,6 +3,8 @@
 #include "core/display/DisplayFont.h"
 #include "core/display/FontTextMeasurer.h"
 #include "core/lyric/Lyric.h"
+#include "core/reading/LyricReading.h"
+#include "gui/display/SecondaryLinePainter.h"
 #include "gui/display/VSEffectLabel.h"
 
 #include <QEasingCurve>
@@ -47,6 +49,13 @@ LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
     setFont(DisplayFont::withSize(font(), 16));
     m_model.rows().setFont(font());
     m_renderer->setNumberOfLines(kRowLines);
+    // Translations and readings: laid out with the rows, again when the reading settings change.
+    m_model.rows().setReadingsSource(
+        [](const Lyric* lyric) { return LyricReading::shared().readingsFor(lyric); });
+    connect(&LyricReading::shared(), &LyricReading::changed, this, [this] {
+        m_pictures.clear();
+        refresh();
+    });
 }
 
 LRCView::~LRCView()
@@ -276,7 +285,12 @@ const QPixmap& LRCView::pictureOfRow(int row)
         m_renderer->setText(text);
         QPainter painter(&pixmap);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-        m_renderer->drawTextInRect(painter, QRectF(QPointF(), QSizeF(size)));
+        // The line under the text takes the bottom of the row; the text keeps the rest.
+        const double under = m_model.rows().secondaryHeightOfRow(row);
+        m_renderer->drawTextInRect(painter, QRectF(0, 0, size.width(), size.height() - under));
+        secondarypaint::draw(painter, m_model.rows().secondaryTextOfRow(row),
+                             m_model.rows().secondaryFont(),
+                             QRectF(0, size.height() - under, size.width(), under), color);
         ++m_renderedRows;
     }
     return pixmap;

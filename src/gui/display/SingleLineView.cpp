@@ -3,8 +3,10 @@
 #include "core/display/DisplayFont.h"
 #include "core/display/FontTextMeasurer.h"
 #include "core/display/ImageBlur.h"
+#include "core/display/SecondaryLineLayout.h"
 #include "core/display/SingleLineGeometry.h"
 #include "core/foundation/StringAdditions.h"
+#include "gui/display/SecondaryLinePainter.h"
 #include "gui/display/WrappedText.h"
 
 #include <QPainter>
@@ -26,6 +28,24 @@ void SingleLineView::setString(const QString& string)
         return; // the same line again: the picture is already right
     m_string = string;
     relayout();
+}
+
+void SingleLineView::setSecondary(const QString& text)
+{
+    if (text == m_secondary)
+        return;
+    m_secondary = text;
+    relayout();
+}
+
+static QFont secondaryFont(const QFont& font)
+{
+    QFont f = font;
+    if (f.pixelSize() > 0)
+        f.setPixelSize(std::max(1, int(std::lround(f.pixelSize() * secondaryline::kStripScale))));
+    else
+        f.setPointSizeF(std::max(1.0, f.pointSizeF() * secondaryline::kStripScale));
+    return f;
 }
 
 void SingleLineView::changeEvent(QEvent* event)
@@ -51,12 +71,26 @@ void SingleLineView::relayout()
 {
     m_dirty = true;
     m_textRect = QRectF();
+    m_secondaryRect = QRectF();
     if (!m_string.isEmpty() && foundation::isNonEmpty(m_string)) {
         const QSizeF bounds = size();
         const QSizeF measured = FontTextMeasurer::shared().sizeWithFont(m_string, font(), bounds);
         m_textRect = SingleLineGeometry::textRect(bounds, measured);
+        if (foundation::isNonEmpty(m_secondary)) {
+            // With the plate, both lines and the plate's margins must fit in the strip.
+            const double margins = m_showBG ? 2 * SingleLineGeometry::kPlateMargin : 0;
+            const QSizeF under = FontTextMeasurer::shared().sizeWithFont(
+                secondarypaint::laidOut(m_secondary), secondaryFont(font()), bounds);
+            const auto stacked = secondaryline::stack(
+                QSizeF(bounds.width(), bounds.height() - margins), measured, under);
+            if (!stacked.under.isEmpty()) {
+                m_textRect = stacked.main.translated(0, margins / 2);
+                m_secondaryRect = stacked.under.translated(0, margins / 2);
+            }
+        }
     }
-    const QRect input = SingleLineGeometry::inputRect(m_textRect, m_showBG, size());
+    const QRectF shown = m_textRect.united(m_secondaryRect);
+    const QRect input = SingleLineGeometry::inputRect(shown, m_showBG, size());
     if (input != m_inputRect) {
         m_inputRect = input;
         Q_EMIT inputRectChanged(input);
@@ -85,11 +119,13 @@ void SingleLineView::render()
     painter.setClipRect(rect());
     if (m_showBG) {
         QPainterPath plate;
-        plate.addRoundedRect(SingleLineGeometry::plateRect(text), SingleLineGeometry::kPlateRadius,
-                             SingleLineGeometry::kPlateRadius);
+        plate.addRoundedRect(SingleLineGeometry::plateRect(text.united(m_secondaryRect)),
+                             SingleLineGeometry::kPlateRadius, SingleLineGeometry::kPlateRadius);
         painter.setClipPath(plate, Qt::IntersectClip);
         painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
         wrapped.draw(painter, text, Qt::white);
+        secondarypaint::draw(painter, m_secondary, secondaryFont(font()), m_secondaryRect,
+                             Qt::white);
         return;
     }
 
@@ -100,9 +136,10 @@ void SingleLineView::render()
     {
         QPainter layer(&glyphs);
         layer.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-        layer.setClipRect(text.adjusted(-2, -2, 2, 2));
+        layer.setClipRect(text.united(m_secondaryRect).adjusted(-2, -2, 2, 2));
         layer.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
         wrapped.draw(layer, text, Qt::white);
+        secondarypaint::draw(layer, m_secondary, secondaryFont(font()), m_secondaryRect, Qt::white);
     }
     QImage shadow = glyphs;
     {

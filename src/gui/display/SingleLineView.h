@@ -15,6 +15,11 @@ public:
 
     QString string() const { return m_string; }
     void setString(const QString& string);
+    // The smaller line under the line (its translation or reading); "" for none.
+    QString secondary() const { return m_secondary; }
+    void setSecondary(const QString& text);
+    // Its rectangle as last drawn; empty when it is not drawn (also when it does not fit).
+    QRectF secondaryRect() const { return m_secondaryRect; }
     bool isShowBG() const { return m_showBG; }
     void setShowBG(bool show);
 
@@ -40,6 +45,8 @@ private:
     void render();
 
     QString m_string;
+    QString m_secondary;
+    QRectF m_secondaryRect;
     bool m_showBG = true;
     QImage m_picture;
     bool m_dirty = true;

@@ -8,6 +8,7 @@
 #include "gui/preferences/AppearancePanel.h"
 #include "gui/preferences/ColorWell.h"
 #include "gui/preferences/PreferenceIcons.h"
+#include "gui/preferences/ReadingGroup.h"
 #include "gui/windows/FrontWindow.h"
 
 #include <QCheckBox>
@@ -126,6 +127,9 @@ QWidget* PreferenceController::buildLyricPanel()
     m_pluginInfoLabel->setContentsMargins(16, 0, 0, 0);
     layout->addWidget(m_pluginInfoLabel);
     updatePluginInfo();
+    layout->addSpacing(8);
+    m_reading = new ReadingGroup(m_settings.store(), panel);
+    layout->addWidget(m_reading);
 
     layout->addStretch(1);
     auto* pages = new QHBoxLayout;
@@ -241,8 +245,11 @@ void PreferenceController::prefViewWillAppear(QWidget* /*view*/, int index)
 {
     // Values may have changed elsewhere (the status menu, a restore of defaults).
     updateSwitches();
-    if (index == Lyric)
+    if (index == Lyric) {
         updatePluginInfo();
+        if (m_reading)
+            m_reading->update();
+    }
 }
 
 void PreferenceController::prefViewDidAppear(QWidget* /*view*/, int index)

@@ -17,6 +17,7 @@ class QFontDialog;
 class QLabel;
 class QLineEdit;
 class QVBoxLayout;
+class ReadingGroup;
 class ServiceAddresses;
 class Settings;
 
@@ -67,6 +68,7 @@ public:
     QCheckBox* startAtLoginSwitch() const { return m_startAtLogin; }
     QLabel* startAtLoginError() const { return m_startAtLoginError; }
     QLabel* pluginInfoLabel() const { return m_pluginInfoLabel; }
+    ReadingGroup* readingGroup() const { return m_reading; }
     QFontDialog* fontDialog() const { return m_fontDialog; }
     bool isModifyStreamFont() const { return m_editor.isModifyStreamFont(); }
 
@@ -97,6 +99,7 @@ private:
     QWidget* m_prefLyric = nullptr;
     QHash<QString, QCheckBox*> m_switches;
     QLabel* m_pluginInfoLabel = nullptr;
+    ReadingGroup* m_reading = nullptr;
     QCheckBox* m_startAtLogin = nullptr;
     QLabel* m_startAtLoginError = nullptr;
     QFontDialog* m_fontDialog = nullptr;

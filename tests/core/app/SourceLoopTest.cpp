@@ -7,6 +7,8 @@
 #include "core/app/PluginHost.h"
 #include "core/app/ShownLyric.h"
 #include "core/app/SourceLoop.h"
+#include "core/lyric/Lyric.h"
+#include "core/reading/LyricReading.h"
 #include "core/settings/ServiceAddresses.h"
 #include "core/settings/Settings.h"
 
@@ -101,5 +103,27 @@ INSTANTIATE_TEST_SUITE_P(
                       SongCase{"SongKeepingTheLyric", PlayerSource::Change::Song, true, 1, true,
                                true}),
     [](const auto& info) { return std::string(info.param.name); });
+
+} // namespace
+
+namespace {
+
+TEST_F(SourceLoopTest, PublishesTheLitLinesTranslationAsTheSecondaryLine)
+{
+    FakePlayer player(1); // at 2 s
+    player.change = PlayerSource::Change::None;
+    loop.addSource(player, 0);
+    player.setRunning(true);
+    shown.parser = std::make_unique<Lyric>();
+    shown.parser->parseLRCcontent(QStringLiteral("[00:01.00]Hello\n[00:01.00]你好\n[00:03.00]x"));
+    shown.available = true;
+    LyricReading::shared().setOptions({});
+    QStringList changed;
+    QObject::connect(&state, &AppState::changed, [&](const QString& name) { changed << name; });
+    loop.tick(&player);
+    EXPECT_EQ(state.line(), QStringLiteral("Hello"));
+    EXPECT_EQ(state.secondaryLine(), QStringLiteral("你好"));
+    EXPECT_TRUE(changed.contains(QStringLiteral("SecondaryLine")));
+}
 
 } // namespace
