@@ -5,6 +5,8 @@
 #include <QDBusMessage>
 #include <QString>
 
+#include <functional>
+
 class AppDelegate;
 
 // The running application on the session bus: name com.morvane.Versewick, object
@@ -29,6 +31,7 @@ class AppDBusService : public QDBusAbstractAdaptor {
     Q_PROPERTY(int Mode READ mode)
     Q_PROPERTY(bool LyricWindowVisible READ lyricWindowVisible)
     Q_PROPERTY(QString PluginInfo READ pluginInfo)
+    Q_PROPERTY(double Offset READ offset)
 
 public:
     static constexpr char kServiceName[] = "com.morvane.Versewick";
@@ -59,6 +62,7 @@ public:
     int mode() const;
     bool lyricWindowVisible() const;
     QString pluginInfo() const;
+    double offset() const;
 
 public Q_SLOTS:
     QString Lyric();
@@ -70,6 +74,13 @@ public Q_SLOTS:
     void ShowLyricManager();
     void ShowPreferences();
     void Quit();
+    // Offsets are seconds within +-600, kept in whole milliseconds; a value out of range, not a
+    // number, or without a lyric shown is refused with an error.
+    void NudgeOffset(double delta, const QDBusMessage& message);
+    void SetOffset(double seconds, const QDBusMessage& message);
+    // Answered once the player answered (or its limit passed): false when it could not move.
+    bool Seek(double seconds, const QDBusMessage& message);
+    bool SeekToLine(int index, const QDBusMessage& message);
 
 Q_SIGNALS:
     void LineChanged(int index, const QString& text, double position);
@@ -78,6 +89,9 @@ private:
     // Answers the call with an InvalidArgs error instead of the empty reply.
     void refuse(const QDBusMessage& call, const QString& why);
     void propertyChanged(const QString& name, const QVariant& value);
+    // Replies to the call later with the seek's answer.
+    std::function<void(bool)> replyLater(const QDBusMessage& call);
+    void offsetRefused(const QDBusMessage& call, double value);
 
     AppDelegate& m_delegate;
     QDBusConnection m_bus{QString()};

@@ -26,6 +26,8 @@ public:
     int mode() const { return m_mode; }
     bool lyricWindowVisible() const { return m_lyricWindowVisible; }
     QString pluginInfo() const { return m_pluginInfo; }
+    // The installed lyric's offset in seconds; 0 without a lyric.
+    double offset() const { return m_offset; }
 
     void setSourceKind(int v) { assign(m_sourceKind, v, "SourceKind"); }
     void setSourceName(const QString& v) { assign(m_sourceName, v, "SourceName"); }
@@ -49,6 +51,7 @@ public:
     void setMode(int v) { assign(m_mode, v, "Mode"); }
     void setLyricWindowVisible(bool v) { assign(m_lyricWindowVisible, v, "LyricWindowVisible"); }
     void setPluginInfo(const QString& v) { assign(m_pluginInfo, v, "PluginInfo"); }
+    void setOffset(double v) { assign(m_offset, v, "Offset"); }
 
 Q_SIGNALS:
     // A published value changed; name is its D-Bus property name.
@@ -79,4 +82,5 @@ private:
     int m_mode = 0;
     bool m_lyricWindowVisible = false;
     QString m_pluginInfo = QStringLiteral("");
+    double m_offset = 0.0;
 };
