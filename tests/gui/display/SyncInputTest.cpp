@@ -21,8 +21,9 @@ TEST(SyncInput, KeysAndCtrlWheelNudgeAndAClickSeeksItsLine)
     view.refresh();
     std::vector<double> nudges;
     std::vector<float> seeks;
-    SyncInput input({[&] { return &view; }, [&](const QWidget* w) { return w == &view; }},
-                    [&](double d) { nudges.push_back(d); }, [&](float s) { seeks.push_back(s); });
+    SyncInput input(
+        {[&] { return &view; }, [&](const QWidget* w) { return w == &view; }},
+        [&](double d) { nudges.push_back(d); }, [&](float s) { seeks.push_back(s); });
     qApp->installEventFilter(&input);
 
     for (const int key : {Qt::Key_Minus, Qt::Key_Plus, Qt::Key_A}) {
