@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QWidget>
 
+#include <algorithm>
+
 OffsetNotice::OffsetNotice(std::function<QWidget*()> strip, QObject* parent)
     : QObject(parent)
     , m_strip(std::move(strip))
@@ -32,18 +34,17 @@ void OffsetNotice::show(double seconds)
         m_label = new QLabel(strip);
         m_label->setAlignment(Qt::AlignCenter);
         m_label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        m_label->setStyleSheet(QStringLiteral("QLabel { color: white; background: rgba(0,0,0,200);"
-                                              " border-radius: 8px; padding: 4px 14px; }"));
-        QFont font = m_label->font();
-        font.setPointSizeF(font.pointSizeF() * 1.4);
-        font.setBold(true);
-        m_label->setFont(font);
+        // Opaque: the notice stands in for the line rather than blending with it.
+        m_label->setStyleSheet(QStringLiteral("QLabel { color: white; background: rgb(28,28,30);"
+                                              " border-radius: 10px; }"));
     }
+    QFont font = strip->font();
+    font.setPixelSize(std::max(12, strip->height() * 2 / 5));
+    font.setBold(true);
+    m_label->setFont(font);
     m_label->setText(offsetnudge::noticeText(seconds));
-    m_label->adjustSize();
-    // Centred over the strip, above the line.
-    m_label->move((strip->width() - m_label->width()) / 2,
-                  (strip->height() - m_label->height()) / 2);
+    // Over the whole strip (its shape shows the part where the line is).
+    m_label->setGeometry(strip->rect());
     m_label->show();
     m_label->raise();
     m_hide.start();

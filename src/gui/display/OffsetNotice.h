@@ -9,7 +9,7 @@
 class QLabel;
 class QWidget;
 
-// The strip's notice of a new offset ("Offset +0.3 s"), over the sung line for 2 s; a later
+// The strip's notice of a new offset ("Offset +0.3 s"), in place of the sung line for 2 s; a later
 // nudge replaces it and starts the 2 s again. Nothing shows while the strip is not on screen.
 class OffsetNotice : public QObject {
     Q_OBJECT
