@@ -2,22 +2,16 @@
 // each player moved by a seek, against the player simulator or a fake on the private bus.
 #include "AppFixture.h"
 
-#include "core/app/AppDBusService.h"
 #include "core/app/ITunesPlayerSource.h"
 #include "core/app/JukoraPlayerSource.h"
 #include "core/app/MprisPlayerSource.h"
 #include "core/app/OffsetNudge.h"
 #include "core/app/QQMusicPlayerSource.h"
-#include "core/app/SyncControls.h"
 #include "core/sources/JukoraControl.h"
 
 #include "support/FakePlayer.h"
 
-#include <QDBusPendingCall>
-#include <QDBusVariant>
 #include <QElapsedTimer>
-#include <QJsonArray>
-#include <QJsonDocument>
 
 #include <cmath>
 #include <limits>
@@ -173,108 +167,6 @@ TEST_F(PlayerSeeks, QQMusicAndPlayersThatRefuseOrNeverAnswerAreFalseInTime)
     qint64 ms = 0;
     EXPECT_EQ(seek(*jukora, 10, &ms), std::optional<bool>(false));
     EXPECT_LT(ms, 10000);
-}
-
-// The controller's service, following the simulator as Jukora.
-class SyncService : public AppFixture {
-protected:
-    std::unique_ptr<PlayerProcess> player;
-    // Calls come through the bus daemon from a connection of their own, as another program's
-    // would, and are waited for with the event loop running.
-    QDBusConnection caller = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "caller");
-
-    QDBusMessage call(const QString& method, const QVariant& argument)
-    {
-        QDBusMessage message = QDBusMessage::createMethodCall(AppDBusService::kServiceName,
-                                                              AppDBusService::kObjectPath,
-                                                              AppDBusService::kInterface, method);
-        message << argument;
-        QDBusPendingCall pending = caller.asyncCall(message, 15000);
-        waitFor([&] { return pending.isFinished(); }, 20000);
-        return pending.reply();
-    }
-    bool answer(const QString& method, const QVariant& argument)
-    {
-        const QDBusMessage reply = call(method, argument);
-        return !reply.arguments().isEmpty() && reply.arguments()[0].toBool();
-    }
-    double offset()
-    {
-        QDBusMessage get = QDBusMessage::createMethodCall(AppDBusService::kServiceName,
-                                                          AppDBusService::kObjectPath,
-                                                          "org.freedesktop.DBus.Properties", "Get");
-        get << QString(AppDBusService::kInterface) << QString("Offset");
-        QDBusPendingCall pending = caller.asyncCall(get);
-        waitFor([&] { return pending.isFinished(); });
-        const QDBusMessage reply = pending.reply();
-        return reply.arguments().isEmpty()
-                   ? kNaN
-                   : reply.arguments()[0].value<QDBusVariant>().variant().toDouble();
-    }
-    // The controller's tick, run until the lit line is this one.
-    bool lit(int index)
-    {
-        return waitFor([&] {
-            timers.fire();
-            return app->state().lineIndex() == index;
-        });
-    }
-
-    void SetUp() override
-    {
-        AppFixture::SetUp();
-        writeStored("Ann--Rain", "[00:10.00]one\n[00:50.00]two\n[offset:100]\n");
-        const QString playlist = home.write(
-            "playlist.json", R"([{"artist":"Ann","title":"Rain","album":"W","duration":300}])");
-        player = std::make_unique<PlayerProcess>(QStringList{
-            "--as", "jukora", "--playlist", playlist, "--qqmusic-port", QString::number(qqPort)});
-        player->send("play");
-        ASSERT_TRUE(player->waitEvent("play"));
-        launch();
-        ASSERT_TRUE((new AppDBusService(*app))->publish());
-        ASSERT_TRUE(waitFor([&] { return app->lrcAvailable(); }));
-    }
-    void TearDown() override
-    {
-        QDBusConnection::disconnectFromBus("caller");
-        AppFixture::TearDown();
-        player.reset();
-    }
-    QString stored() const
-    {
-        return QString::fromUtf8(readFile(lyricsFolder() + "/Ann--Rain.lrc"));
-    }
-};
-
-TEST_F(SyncService, NudgesAreSavedAndValuesOutOfRangeRefused)
-{
-    EXPECT_DOUBLE_EQ(offset(), 0.1);
-    double notice = 0;
-    QObject::connect(&app->sync(), &SyncControls::offsetNudged, [&](double s) { notice = s; });
-    EXPECT_EQ(call("NudgeOffset", -0.3).type(), QDBusMessage::ReplyMessage);
-    EXPECT_DOUBLE_EQ(offset(), -0.2);
-    EXPECT_DOUBLE_EQ(notice, -0.2);
-    EXPECT_TRUE(
-        waitFor([&] { return stored() == "[00:10.00]one\n[00:50.00]two\n[offset:-200]\n"; }));
-    for (const auto& [method, value] : QList<std::pair<QString, double>>{
-             {"SetOffset", kNaN}, {"SetOffset", 600.5}, {"NudgeOffset", -600}}) {
-        EXPECT_EQ(call(method, value).errorName(), "org.freedesktop.DBus.Error.InvalidArgs")
-            << method.toStdString();
-    }
-    EXPECT_DOUBLE_EQ(offset(), -0.2);
-    EXPECT_EQ(stored(), "[00:10.00]one\n[00:50.00]two\n[offset:-200]\n");
-    call("SetOffset", 0.0);
-    EXPECT_TRUE(waitFor([&] { return stored() == "[00:10.00]one\n[00:50.00]two\n[offset:0]\n"; }));
-}
-
-TEST_F(SyncService, SeeksGoToTheTimeOrTheLinesStart)
-{
-    EXPECT_TRUE(answer("SeekToLine", 1));
-    EXPECT_TRUE(lit(1));
-    EXPECT_FALSE(answer("SeekToLine", 2));
-    EXPECT_FALSE(answer("Seek", -1.0));
-    EXPECT_TRUE(answer("Seek", 12.0));
-    EXPECT_TRUE(lit(0));
 }
 
 } // namespace
