@@ -1,6 +1,7 @@
 // The scrolling view's line change and the per-tick update, with the system's fonts.
 //   QT_QPA_PLATFORM=offscreen build/bin/display_bench
 #include "LargeLrc.h"
+#include "core/app/OffsetNudge.h"
 #include "core/display/FontTextMeasurer.h"
 #include "core/display/LRCViewHost.h"
 #include "core/display/LRCViewModel.h"
@@ -115,6 +116,29 @@ void BM_LineChangeAndPaint100(benchmark::State& state)
     }
 }
 BENCHMARK(BM_LineChangeAndPaint100)->Unit(benchmark::kMicrosecond);
+
+// A nudge as the user sees it: the offset moves (written into the lyric's text), the lit line
+// moves with it at the same play time, and the view repaints. Saving the file comes after.
+void BM_NudgeAndRepaint100(benchmark::State& state)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(hundredLines());
+    LRCView view;
+    view.setFont(lyricFont());
+    view.resize(360, 420);
+    view.setParser(&lyric);
+    view.refresh();
+    QPixmap target(view.size());
+    const float now = 30.05f; // line 10 starts at 30.0: a 0.1 s nudge later lights line 9
+    bool later = false;
+    for (auto _ : state) {
+        later = !later;
+        offsetnudge::setOffset(lyric, later ? offsetnudge::kStep : 0.0);
+        view.updatePlayerTime(now, true);
+        view.render(&target);
+    }
+}
+BENCHMARK(BM_NudgeAndRepaint100)->Unit(benchmark::kMicrosecond);
 
 // A 200,000-line lyric handed to the widget: its layout, the jump to a line in the middle and
 // the first paint. Rows are measured around the lit line only; the rest are estimated.

@@ -282,6 +282,13 @@
     </message>
 </context>
 <context>
+    <name>OffsetNudge</name>
+    <message>
+        <source>Offset %1 s</source>
+        <translation>偏移 %1 秒</translation>
+    </message>
+</context>
+<context>
     <name>PreferenceController</name>
     <message>
         <source>Traditional Chinese</source>
@@ -396,6 +403,18 @@
     <message>
         <source>Line Mode</source>
         <translation>单行模式</translation>
+    </message>
+    <message>
+        <source>Lyric Earlier</source>
+        <translation>歌词提前</translation>
+    </message>
+    <message>
+        <source>Lyric Later</source>
+        <translation>歌词延后</translation>
+    </message>
+    <message>
+        <source>Reset Offset</source>
+        <translation>重置偏移</translation>
     </message>
     <message>
         <source>Search Lyrics...</source>

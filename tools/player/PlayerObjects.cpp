@@ -31,6 +31,14 @@ QDBusVariant ITunesApplicationObject::playerPosition() const
     return QDBusVariant(QVariant::fromValue(m_playback.position()));
 }
 
+void ITunesApplicationObject::setPlayerPosition(const QDBusVariant& seconds)
+{
+    bool number = false;
+    const double to = seconds.variant().toDouble(&number);
+    if (number)
+        m_playback.seek(to);
+}
+
 QDBusObjectPath ITunesApplicationObject::currentTrack() const
 {
     if (m_playback.state() == Playback::Stopped || !m_playback.current())

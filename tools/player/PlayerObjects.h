@@ -16,7 +16,7 @@ class ITunesApplicationObject : public QObject {
     Q_CLASSINFO("D-Bus Interface", "com.apple.iTunes.Application")
     Q_PROPERTY(QString version READ version)
     Q_PROPERTY(uint playerState READ playerState)
-    Q_PROPERTY(QDBusVariant playerPosition READ playerPosition)
+    Q_PROPERTY(QDBusVariant playerPosition READ playerPosition WRITE setPlayerPosition)
     Q_PROPERTY(QDBusObjectPath currentTrack READ currentTrack)
 public:
     ITunesApplicationObject(Playback& playback, QString version,
@@ -24,6 +24,8 @@ public:
     QString version() const { return m_version; }
     uint playerState() const;
     QDBusVariant playerPosition() const;
+    // A Set moves the clock: any number of seconds.
+    void setPlayerPosition(const QDBusVariant& seconds);
     QDBusObjectPath currentTrack() const;
 
 public Q_SLOTS:
@@ -74,11 +76,12 @@ class JukoraApplicationObject : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.morvane.Jukora.Application")
     Q_PROPERTY(QDBusObjectPath song READ song)
-    Q_PROPERTY(double location READ location)
+    Q_PROPERTY(double location READ location WRITE setLocation)
 public:
     explicit JukoraApplicationObject(Playback& playback);
     QDBusObjectPath song() const;
     double location() const { return m_playback.position(); }
+    void setLocation(double seconds) { m_playback.seek(seconds); }
 
 private:
     Playback& m_playback;

@@ -1,6 +1,7 @@
 #include "core/app/AppDBusService.h"
 
 #include "core/app/AppDelegate.h"
+#include "core/app/SyncControls.h"
 #include "core/foundation/RegularFile.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
@@ -128,6 +129,11 @@ QString AppDBusService::pluginInfo() const
     return m_delegate.state().pluginInfo();
 }
 
+double AppDBusService::offset() const
+{
+    return m_delegate.state().offset();
+}
+
 QString AppDBusService::Lyric()
 {
     const ::Lyric* lyric = m_delegate.lyric();
@@ -194,4 +200,43 @@ void AppDBusService::Quit()
 QString AppDBusService::secondaryLine() const
 {
     return m_delegate.state().secondaryLine();
+}
+
+void AppDBusService::offsetRefused(const QDBusMessage& call, double value)
+{
+    refuse(call, QStringLiteral("No offset of %1 s: an offset is a number of seconds within "
+                                "%2 and %3, for a lyric that is shown")
+                     .arg(value)
+                     .arg(-offsetnudge::kLimit)
+                     .arg(offsetnudge::kLimit));
+}
+
+void AppDBusService::NudgeOffset(double delta, const QDBusMessage& message)
+{
+    if (!m_delegate.sync().nudgeOffset(delta))
+        offsetRefused(message, delta);
+}
+
+void AppDBusService::SetOffset(double seconds, const QDBusMessage& message)
+{
+    if (!m_delegate.sync().setOffset(seconds))
+        offsetRefused(message, seconds);
+}
+
+std::function<void(bool)> AppDBusService::replyLater(const QDBusMessage& call)
+{
+    call.setDelayedReply(true);
+    return [bus = m_bus, call](bool moved) mutable { bus.send(call.createReply(moved)); };
+}
+
+bool AppDBusService::Seek(double seconds, const QDBusMessage& message)
+{
+    m_delegate.sync().seek(seconds, replyLater(message));
+    return false; // not sent: the reply is delayed
+}
+
+bool AppDBusService::SeekToLine(int index, const QDBusMessage& message)
+{
+    m_delegate.sync().seekToLine(index, replyLater(message));
+    return false;
 }

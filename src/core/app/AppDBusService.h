@@ -5,6 +5,8 @@
 #include <QDBusMessage>
 #include <QString>
 
+#include <functional>
+
 class AppDelegate;
 
 // The running application on the session bus: name com.morvane.Versewick, object
@@ -30,6 +32,7 @@ class AppDBusService : public QDBusAbstractAdaptor {
     Q_PROPERTY(bool LyricWindowVisible READ lyricWindowVisible)
     Q_PROPERTY(QString PluginInfo READ pluginInfo)
     Q_PROPERTY(QString SecondaryLine READ secondaryLine)
+    Q_PROPERTY(double Offset READ offset)
 
 public:
     static constexpr char kServiceName[] = "com.morvane.Versewick";
@@ -61,6 +64,7 @@ public:
     bool lyricWindowVisible() const;
     QString pluginInfo() const;
     QString secondaryLine() const;
+    double offset() const;
 
 public Q_SLOTS:
     QString Lyric();
@@ -72,6 +76,13 @@ public Q_SLOTS:
     void ShowLyricManager();
     void ShowPreferences();
     void Quit();
+    // Offsets are seconds within +-600, kept in whole milliseconds; a value out of range, not a
+    // number, or without a lyric shown is refused with an error.
+    void NudgeOffset(double delta, const QDBusMessage& message);
+    void SetOffset(double seconds, const QDBusMessage& message);
+    // Answered once the player answered (or its limit passed): false when it could not move.
+    bool Seek(double seconds, const QDBusMessage& message);
+    bool SeekToLine(int index, const QDBusMessage& message);
 
 Q_SIGNALS:
     void LineChanged(int index, const QString& text, double position);
@@ -80,6 +91,9 @@ private:
     // Answers the call with an InvalidArgs error instead of the empty reply.
     void refuse(const QDBusMessage& call, const QString& why);
     void propertyChanged(const QString& name, const QVariant& value);
+    // Replies to the call later with the seek's answer.
+    std::function<void(bool)> replyLater(const QDBusMessage& call);
+    void offsetRefused(const QDBusMessage& call, double value);
 
     AppDelegate& m_delegate;
     QDBusConnection m_bus{QString()};

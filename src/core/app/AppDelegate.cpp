@@ -13,6 +13,7 @@
 #include "core/app/SearchWindowPort.h"
 #include "core/app/SingleLinePort.h"
 #include "core/app/SourceLoop.h"
+#include "core/app/SyncControls.h"
 #include "core/app/WindowFactoryPort.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
@@ -74,6 +75,9 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
     connect(m_acquisition.get(), &LyricAcquisition::statusChanged, m_menu.get(),
             &MenuState::setInfo);
     connect(m_plugin.get(), &PluginHost::statusChanged, m_menu.get(), &MenuState::setInfo);
+    m_sync = new SyncControls(*this);
+    connect(m_acquisition.get(), &LyricAcquisition::lyricInstalled, this,
+            [this] { m_state.setOffset(m_shown.parser ? m_shown.parser->offsetTime() : 0.0); });
     gController = this;
 }
 

@@ -32,6 +32,7 @@ class PLHttpClient;
 class PluginHost;
 class PreferencesPort;
 class SearchWindowPort;
+class SyncControls;
 struct PLHttpError;
 
 // The application controller: owns the players, the lyric being shown and the lyric store.
@@ -120,6 +121,8 @@ public:
     bool timerRunning() const;
     QObject* lrcFetcher() const;
     AppState& state() { return m_state; }
+    // Offset nudges and seeks.
+    SyncControls& sync() const { return *m_sync; }
     Settings& settings() const { return m_env.settings; }
 
 public Q_SLOTS:
@@ -164,4 +167,5 @@ private:
     std::unique_ptr<PluginHost> m_plugin;
     std::unique_ptr<LyricAcquisition> m_acquisition;
     std::unique_ptr<SourceLoop> m_loop;
+    SyncControls* m_sync = nullptr; // a child
 };

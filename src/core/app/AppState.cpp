@@ -74,6 +74,7 @@ void AppState::setLyricLoaded(bool v)
     if (v)
         return;
     setLyricOrigin(None);
+    setOffset(0.0);
     // The property only: lineChanged is for lines lit by the lyric.
     assign(m_lineIndex, -1, "LineIndex");
     setSecondaryLine({});

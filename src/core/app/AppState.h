@@ -45,6 +45,8 @@ public:
     bool lyricWindowVisible() const { return m_lyricWindowVisible; }
     QString pluginInfo() const { return m_pluginInfo; }
     QString secondaryLine() const { return m_secondaryLine; }
+    // The installed lyric's offset in seconds; 0 without a lyric.
+    double offset() const { return m_offset; }
 
     void setSourceKind(int v) { assign(m_sourceKind, v, "SourceKind"); }
     void setSourceName(const QString& v) { assign(m_sourceName, v, "SourceName"); }
@@ -74,6 +76,7 @@ public:
     {
         assign(m_secondaryLine, v.isNull() ? QStringLiteral("") : v, "SecondaryLine");
     }
+    void setOffset(double v) { assign(m_offset, v, "Offset"); }
 
 Q_SIGNALS:
     // A published value changed; name is its D-Bus property name.
@@ -115,4 +118,5 @@ private:
     bool m_lyricWindowVisible = false;
     QString m_pluginInfo = QStringLiteral("");
     QString m_secondaryLine = QStringLiteral("");
+    double m_offset = 0.0;
 };

@@ -2,6 +2,7 @@
 
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
+#include "core/app/PlayerSeek.h"
 #include "core/sources/MusicSourceKind.h"
 #include "core/store/LyricControl.h"
 
@@ -140,4 +141,12 @@ bool ITunesPlayerSource::writeIntoSong(const Lyric& lyric, LyricControl& store)
         return false;
     store.writeLrcToTrack(lyric, *m_track, true, true);
     return true;
+}
+
+void ITunesPlayerSource::seek(double seconds, std::function<void(bool)> done)
+{
+    playerseek::send(playerseek::setDouble(QLatin1String(itunes::kBusName), QStringLiteral("/"),
+                                           QLatin1String(itunes::kApplicationInterface),
+                                           QStringLiteral("playerPosition"), seconds),
+                     this, std::move(done));
 }

@@ -28,6 +28,7 @@ public:
     std::optional<PlayerSong> savedNames() override;
     bool writesIntoSong(int origin) const override;
     bool writeIntoSong(const Lyric& lyric, LyricControl& store) override;
+    void seek(double seconds, std::function<void(bool)> done) override;
 
     // The control's callbacks: reported as runningChanged and songChanged.
     void iTunesCB_AppLifeCycleChanged(bool alive) override;

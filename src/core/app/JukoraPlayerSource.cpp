@@ -1,6 +1,7 @@
 #include "core/app/JukoraPlayerSource.h"
 
 #include "core/app/AppTexts.h"
+#include "core/app/PlayerSeek.h"
 #include "core/sources/JukoraControl.h"
 #include "core/sources/MusicSourceKind.h"
 
@@ -76,4 +77,12 @@ std::optional<PlayerSong> JukoraPlayerSource::searchWindowSong()
 std::optional<PlayerSong> JukoraPlayerSource::savedNames()
 {
     return m_names;
+}
+
+void JukoraPlayerSource::seek(double seconds, std::function<void(bool)> done)
+{
+    playerseek::send(playerseek::setDouble(QLatin1String(jukora::kBusName), QStringLiteral("/"),
+                                           QStringLiteral("com.morvane.Jukora.Application"),
+                                           QStringLiteral("location"), seconds),
+                     this, std::move(done));
 }

@@ -29,6 +29,7 @@ public:
     float location() override;
     std::optional<PlayerSong> searchWindowSong() override;
     std::optional<PlayerSong> savedNames() override;
+    void seek(double seconds, std::function<void(bool)> done) override;
 
     JukoraControl& control() const { return *m_control; }
 

@@ -2,11 +2,16 @@
 
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
+#include "core/app/PlayerSeek.h"
 #include "core/audiofile/AudioFileLyrics.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
+#include "core/sources/MprisValues.h"
 #include "core/sources/MusicSourceKind.h"
 #include "core/sources/MusicSourceMpris.h"
+
+#include <QDBusObjectPath>
+#include <cmath>
 
 MprisPlayerSource::MprisPlayerSource(Workspace& workspace, QObject* parent)
     : PlayerSource(parent)
@@ -123,4 +128,27 @@ bool MprisPlayerSource::writeIntoSong(const Lyric& lyric, LyricControl& /*store*
         return true;
     foundation::systemLog(QStringLiteral("could not write the lyric into \"%1\"").arg(path));
     return false;
+}
+
+// SetPosition names the track, so a seek meant for a song that has just ended is ignored; a
+// player without track ids gets a relative Seek from the position last heard.
+void MprisPlayerSource::seek(double seconds, std::function<void(bool)> done)
+{
+    const QString bus = m_source->busName();
+    if (bus.isEmpty() || !std::isfinite(seconds) || seconds < 0) {
+        playerseek::refuse(this, std::move(done));
+        return;
+    }
+    const QString trackId = m_source->song().trackId;
+    const bool named = !trackId.isEmpty() && QDBusObjectPath(trackId).path() == trackId;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        bus, QLatin1String(mpris::kObjectPath), QLatin1String(mpris::kPlayerInterface),
+        named ? QStringLiteral("SetPosition") : QStringLiteral("Seek"));
+    const double heard = double(m_source->location()) - double(MusicSourceMpris::kPositionLead);
+    const auto us = [](double s) { return qlonglong(std::llround(s * 1e6)); };
+    if (named)
+        call << QVariant::fromValue(QDBusObjectPath(trackId)) << us(seconds);
+    else
+        call << us(seconds - heard);
+    playerseek::send(call, this, std::move(done));
 }

@@ -35,6 +35,7 @@ public:
     std::optional<PlayerSong> savedNames() override;
     bool writesIntoSong(int origin) const override;
     bool writeIntoSong(const Lyric& lyric, LyricControl& store) override;
+    void seek(double seconds, std::function<void(bool)> done) override;
 
     MusicSourceMpris& source() const { return *m_source; }
 

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class Lyric;
@@ -76,8 +77,11 @@ public:
     // Writes the lyric into the song (its tag or its audio file); false when it did not land.
     virtual bool writeIntoSong(const Lyric& /*lyric*/, LyricControl& /*store*/) { return false; }
 
-    // Moves the player to this second; false when the player cannot be moved.
-    virtual bool seek(double /*seconds*/) { return false; }
+    // Asks the player to play from this second (the player's lead not included) and answers
+    // done(true) once it agreed; done(false) when it cannot be moved, refused, or did not answer
+    // within its limit. Never blocks; done comes from the event loop, at most once, and not
+    // after this source is gone.
+    virtual void seek(double seconds, std::function<void(bool)> done);
 
 Q_SIGNALS:
     void songChanged();

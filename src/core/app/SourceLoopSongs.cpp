@@ -46,6 +46,7 @@ void SourceLoop::handleSong(PlayerSource& source)
         m_shown.available = true;
         m_state.setLyricLoaded(true);
         m_state.setLyricOrigin(origin);
+        m_state.setOffset(m_shown.parser ? m_shown.parser->offsetTime() : 0.0);
     }
     if (change == PlayerSource::Change::NoSong)
         return;

@@ -8,6 +8,7 @@
 #include "gui/app/LyricPanel.h"
 #include "gui/app/ScrollingViewPort.h"
 #include "gui/app/StripPort.h"
+#include "gui/app/SyncWiring.h"
 #include "gui/display/AppController.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/preferences/PreferenceController.h"
@@ -47,6 +48,7 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     m_windows->setDelegate(&app);
     m_windows->setITunes(&m_root.itunes());
     m_panel->setSearchAction([&app] { app.showSearchWindow(); });
+    m_sync = std::make_unique<SyncWiring>(app, *m_scrolling, *m_panel, *m_strip);
     // Only the desktop application writes the settings, and only on a normal exit.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
                      &AppDelegate::applicationWillTerminate);

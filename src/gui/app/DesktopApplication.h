@@ -13,6 +13,7 @@ class ScrollingViewPort;
 class SingleLineModeController;
 class StatusMenu;
 class StripPort;
+class SyncWiring;
 class SystemDesktop;
 class iTunesControl;
 
@@ -51,4 +52,5 @@ private:
     std::unique_ptr<SingleLineModeController> m_strip;
     std::unique_ptr<StripPort> m_stripPort;
     std::unique_ptr<DesktopWindowFactory> m_windows;
+    std::unique_ptr<SyncWiring> m_sync;
 };

@@ -66,6 +66,7 @@ public:
     int currentLRCindex() const { return m_model.currentLRCindex(); }
     bool isAnimation() const { return m_model.isAnimation(); }
     const LRCViewModel& model() const { return m_model; }
+    LRCViewModel& model() { return m_model; }
     double contentOffset() const override { return m_offset; }
     // Row pictures drawn since the view was made: what painting costs.
     int renderedRows() const { return m_renderedRows; }

@@ -4,6 +4,7 @@
 
 #include "core/app/AppDelegate.h"
 #include "core/app/AppTexts.h"
+#include "core/app/SyncControls.h"
 #include "gui/tray/AppIcon.h"
 
 #include <QAction>
@@ -36,6 +37,10 @@ StatusMenu::StatusMenu(QObject* parent)
         });
     }
     m_menu->addSeparator();
+    m_earlier = addSyncItem(tr("Lyric Earlier"), &SyncControls::lyricEarlier);
+    m_later = addSyncItem(tr("Lyric Later"), &SyncControls::lyricLater);
+    m_resetOffset = addSyncItem(tr("Reset Offset"), &SyncControls::resetOffset);
+    m_menu->addSeparator();
     m_search = addItem(tr("Search Lyrics..."), &AppDelegate::showSearchWindow);
     m_manager = addItem(tr("Lyric Manager..."), &AppDelegate::showLyricManager);
     m_preferences = addItem(tr("Preferences..."), &AppDelegate::showPreferencePanel);
@@ -59,6 +64,16 @@ QAction* StatusMenu::addItem(const QString& title, void (AppDelegate::*action)()
     connect(item, &QAction::triggered, this, [this, action] {
         if (m_delegate)
             (m_delegate.data()->*action)();
+    });
+    return item;
+}
+
+QAction* StatusMenu::addSyncItem(const QString& title, void (SyncControls::*action)())
+{
+    QAction* item = m_menu->addAction(title);
+    connect(item, &QAction::triggered, this, [this, action] {
+        if (m_delegate)
+            (m_delegate->sync().*action)();
     });
     return item;
 }

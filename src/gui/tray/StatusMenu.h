@@ -12,10 +12,12 @@ class AppState;
 class QAction;
 class QMenu;
 class QSystemTrayIcon;
+class SyncControls;
 
 // The status menu: the active source's name, "Show LRC"/"Hide LRC", the two display modes
-// with their check marks, search lyrics, the lyric manager, preferences, about and quit. In the
-// system tray when there is one; the lyric panel offers the same menu on a right click.
+// with their check marks, the offset nudges, search lyrics, the lyric manager, preferences, about
+// and quit. In the system tray when there is one; the lyric panel offers the same menu on a right
+// click.
 class StatusMenu : public QObject {
     Q_OBJECT
 public:
@@ -40,6 +42,9 @@ public:
     QAction* toggleItem() const { return m_toggle; }
     QAction* modeStreamItem() const { return m_modeStream; }
     QAction* modeLineItem() const { return m_modeLine; }
+    QAction* earlierItem() const { return m_earlier; }
+    QAction* laterItem() const { return m_later; }
+    QAction* resetOffsetItem() const { return m_resetOffset; }
     QAction* searchItem() const { return m_search; }
     QAction* lyricManagerItem() const { return m_manager; }
     QAction* preferencesItem() const { return m_preferences; }
@@ -49,6 +54,7 @@ public:
 private:
     QAction* addItem(const QString& title, void (AppDelegate::*action)());
     void showMenuItems();
+    QAction* addSyncItem(const QString& title, void (SyncControls::*action)());
 
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_tray;
@@ -58,6 +64,9 @@ private:
     QAction* m_toggle = nullptr;
     QAction* m_modeStream = nullptr;
     QAction* m_modeLine = nullptr;
+    QAction* m_earlier = nullptr;
+    QAction* m_later = nullptr;
+    QAction* m_resetOffset = nullptr;
     QAction* m_search = nullptr;
     QAction* m_manager = nullptr;
     QAction* m_preferences = nullptr;

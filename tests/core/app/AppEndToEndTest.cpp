@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusInterface>
+#include <QDBusPendingCall>
 #include <QDBusReply>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -431,6 +432,52 @@ TEST_F(EndToEnd, TheServiceRefusesArgumentsOutOfRangeBeforeAnyWork)
     }
     EXPECT_EQ(QDBusReply<QString>(remote.call("Lyric")).value(), QString::fromUtf8(kStored));
     EXPECT_EQ(remote.property("Mode").toInt(), 0);
+}
+
+TEST_F(EndToEnd, TheServiceNudgesTheOffsetIntoTheFileAndSeeksThePlayer)
+{
+    writeStored("Ann--Rain", "[00:10.00]one\n[00:50.00]two\n[offset:100]\n");
+    startPlayer("jukora", {song("Ann", "Rain")});
+    play();
+    launch();
+    ASSERT_TRUE((new AppDBusService(*app))->publish());
+    ASSERT_TRUE(waitLoaded(AppState::Folder));
+    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
+                          AppDBusService::kInterface);
+    EXPECT_DOUBLE_EQ(remote.property("Offset").toDouble(), 0.1);
+    remote.call("NudgeOffset", -0.3);
+    EXPECT_DOUBLE_EQ(remote.property("Offset").toDouble(), -0.2);
+    const QString saved = "[00:10.00]one\n[00:50.00]two\n[offset:-200]\n";
+    EXPECT_TRUE(waitFor([&] { return stored("Ann--Rain") == saved; }));
+    for (const auto& [method, value] : QList<std::pair<QString, double>>{
+             {"SetOffset", qQNaN()}, {"SetOffset", 600.5}, {"NudgeOffset", -600}})
+        EXPECT_EQ(remote.call(method, value).errorName(), "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_DOUBLE_EQ(app->state().offset(), -0.2);
+    EXPECT_EQ(stored("Ann--Rain"), saved);
+
+    // A seek answers once the player did: called through the daemon, the event loop running.
+    QDBusConnection caller = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "caller");
+    const auto seek = [&](const char* method, const QVariant& to) {
+        QDBusMessage call = QDBusMessage::createMethodCall(AppDBusService::kServiceName,
+                                                           AppDBusService::kObjectPath,
+                                                           AppDBusService::kInterface, method);
+        QDBusPendingCall pending = caller.asyncCall(call << to);
+        waitFor([&] { return pending.isFinished(); });
+        return pending.reply().arguments().value(0).toBool();
+    };
+    const auto lit = [&](int index) {
+        return waitFor([&] {
+            timers.fire();
+            return app->state().lineIndex() == index;
+        });
+    };
+    EXPECT_TRUE(seek("SeekToLine", 1)); // at 50.1 s, offset included
+    EXPECT_TRUE(lit(1));
+    EXPECT_FALSE(seek("SeekToLine", 2));
+    EXPECT_FALSE(seek("Seek", -1.0));
+    EXPECT_TRUE(seek("Seek", 12.0));
+    EXPECT_TRUE(lit(0));
+    QDBusConnection::disconnectFromBus("caller");
 }
 
 } // namespace

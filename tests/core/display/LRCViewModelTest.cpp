@@ -1,6 +1,7 @@
 #include "core/display/LRCViewModel.h"
 #include "FakeTextMeasurer.h"
 #include "core/display/LRCViewHost.h"
+#include "core/display/LineSeekGesture.h"
 #include "core/foundation/Assertion.h"
 #include "core/lyric/Lyric.h"
 
@@ -246,6 +247,27 @@ TEST_F(LRCViewModelTest, DraggingIsOffUnlessEnabled)
     EXPECT_EQ(host.offsets, (std::vector<double>{10, 20}));
     ASSERT_EQ(reported.size(), 1u);
     EXPECT_FLOAT_EQ(reported[0], 0); // centre at 120: line 0
+}
+
+TEST_F(LRCViewModelTest, AClickSeeksToItsLineAndADragToTheLineUnderTheCentre)
+{
+    std::vector<float> seeks;
+    LineSeekGesture gesture(view, [&](float t) { seeks.push_back(t); });
+    const auto click = [&](double at, double to) {
+        gesture.press(at);
+        gesture.move(to);
+        gesture.release(to, host.offset);
+    };
+    click(130, 133); // within the slop: line 1
+    click(50, 50);   // the top padding row: nothing
+    lyric.setOffsetTime(0.5);
+    click(195, 195); // line 4, offset included
+    EXPECT_EQ(seeks, (std::vector<float>{2.0f, 8.5f}));
+    EXPECT_TRUE(host.offsets.empty());
+    click(130, 40); // a drag: offset 0 + 130 - 40, centre at 190: line 4
+    EXPECT_EQ(host.offsets, std::vector<double>{90});
+    EXPECT_EQ(seeks.back(), 8.5f);
+    EXPECT_FALSE(view.isDragging());
 }
 
 TEST_F(LRCViewModelTest, LineChangesInALongLyricMeasureNoMoreThanTheViewShows)

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <functional>
+
+class QLabel;
+class QWidget;
+
+// The strip's notice of a new offset ("Offset +0.3 s"), in place of the sung line for 2 s; a later
+// nudge replaces it and starts the 2 s again. Nothing shows while the strip is not on screen.
+class OffsetNotice : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int kShownMs = 2000;
+
+    // strip: the strip's window when it is built, else null.
+    explicit OffsetNotice(std::function<QWidget*()> strip, QObject* parent = nullptr);
+    ~OffsetNotice() override;
+
+    void show(double seconds);
+    // The label while it shows; null otherwise.
+    QLabel* label() const;
+
+private:
+    std::function<QWidget*()> m_strip;
+    QPointer<QLabel> m_label; // a child of the strip's window
+    QTimer m_hide;
+};
