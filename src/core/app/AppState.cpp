@@ -46,3 +46,10 @@ void AppState::setLyricLoaded(bool v)
     // The property only: lineChanged is for lines lit by the lyric.
     assign(m_lineIndex, -1, "LineIndex");
 }
+
+double AppState::lineProgress() const
+{
+    if (!m_lyricLoaded || m_lineIndex < 0)
+        return -1;
+    return karaoke::lineProgress(m_litLine, m_position);
+}

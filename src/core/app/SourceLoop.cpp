@@ -142,6 +142,9 @@ void SourceLoop::drive(float seconds)
     Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
     const QString text = item ? item->content() : QString();
+    // Before the strip's update and lineChanged: both read them.
+    m_state.setLitLine(KaraokeLine::of(item));
+    m_state.setPosition(seconds);
     if (m_ports.singleLineControl)
         m_ports.singleLineControl->setContent(text);
     // The index is searched only when the lit item changes.

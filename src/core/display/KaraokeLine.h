@@ -33,8 +33,8 @@ struct KaraokeLine {
 };
 
 struct KaraokeProgress {
-    int word = -1;        // the word being sung; -1 before the first
-    double fraction = 0;  // of that word, 0 to 1
+    int word = -1;       // the word being sung; -1 before the first
+    double fraction = 0; // of that word, 0 to 1
 };
 
 // One wrapped line of the drawn text: the characters [start, end) of the line's text, and its

@@ -10,10 +10,12 @@
 #include "gui/display/AppController.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/preferences/PreferenceController.h"
+#include "gui/tray/AppIcon.h"
 #include "gui/tray/StatusMenu.h"
 #include "gui/windows/SystemDesktop.h"
 
 #include <QCoreApplication>
+#include <QSystemTrayIcon>
 
 DesktopApplication::DesktopApplication(ApplicationOptions options)
     : m_root(std::move(options))
@@ -42,6 +44,7 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     AppDelegate& app = m_root.build({m_scrollingPort.get(), m_stripPort.get(), m_panel.get(),
                                      m_menu.get(), m_windows.get(), m_desktop.get()});
     m_menu->setDelegate(&app);
+    m_strip->followState(&app.state());
     m_windows->setDelegate(&app);
     m_windows->setITunes(&m_root.itunes());
     m_panel->setSearchAction([&app] { app.showSearchWindow(); });
@@ -65,5 +68,7 @@ void DesktopApplication::launch()
     if (!m_menu->showInTray())
         foundation::systemLog(
             QStringLiteral("no system tray: the status menu is in the lyric panel's context menu"));
+    else
+        AppIcon::followSong(*m_menu->trayIcon(), controller().state());
     m_root.launch();
 }

@@ -4,6 +4,7 @@
 #include "core/display/FontTextMeasurer.h"
 #include "core/lyric/Lyric.h"
 #include "gui/display/VSEffectLabel.h"
+#include "gui/display/WrappedText.h"
 
 #include <QEasingCurve>
 #include <QKeyEvent>
@@ -47,6 +48,7 @@ LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
     setFont(DisplayFont::withSize(font(), 16));
     m_model.rows().setFont(font());
     m_renderer->setNumberOfLines(kRowLines);
+    connect(&m_karaoke, &KaraokeFill::frame, this, [this] { updateRow(m_litRow); });
 }
 
 LRCView::~LRCView()
@@ -61,6 +63,21 @@ void LRCView::setParser(Lyric* parser)
     // The same lyric handed over again may have been parsed afresh in place: lay it out again.
     m_model.setParser(parser);
     m_model.reloadData();
+    followKaraoke(m_karaoke.now());
+}
+
+void LRCView::updatePlayerTime(float seconds, bool force)
+{
+    m_model.updatePlayerTime(seconds, force);
+    followKaraoke(seconds);
+}
+
+void LRCView::followKaraoke(double seconds)
+{
+    const Lyric* lyric = parser();
+    const int index = m_model.highlightedLRCindex();
+    m_karaoke.follow(KaraokeLine::of(lyric && index >= 0 ? lyric->lrcItemAtIndex(index) : nullptr),
+                     seconds);
 }
 
 void LRCView::setColorNormal(const QColor& color)
@@ -255,7 +272,11 @@ void LRCView::removeAllAnimations()
 
 const QPixmap& LRCView::pictureOfRow(int row)
 {
-    const bool lit = m_model.isRowHighlighted(row);
+    return pictureOfRow(row, m_model.isRowHighlighted(row));
+}
+
+const QPixmap& LRCView::pictureOfRow(int row, bool lit)
+{
     // A long lyric played through must not keep a picture of every row it showed.
     if (m_pictures.size() >= kMaxPictures && !m_pictures.contains(row))
         m_pictures.clear();
@@ -297,9 +318,32 @@ void LRCView::paintEvent(QPaintEvent*)
             break;
         if (rows.realIndexTrimFromRow(row) < 0 || rect.height() <= 0)
             continue;
-        painter.drawPixmap(QPointF(rect.left(), std::round(rect.top() - m_offset)),
-                           pictureOfRow(row));
+        const QPointF at(rect.left(), std::round(rect.top() - m_offset));
+        if (row != m_litRow || !paintKaraokeRow(painter, row, at))
+            painter.drawPixmap(at, pictureOfRow(row));
     }
+}
+
+bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
+{
+    const QString text = m_model.rows().textOfRow(row);
+    if (!m_model.isRowHighlighted(row) || !m_karaoke.fills(text))
+        return false;
+    // Laid out as the row's picture is drawn (VSEffectLabel in the row's rectangle), once per
+    // line and size; each frame then only measures carets.
+    const QRectF box(QPointF(), m_model.rows().rectForRow(row).size());
+    const QString key = text + QLatin1Char('|') + font().toString() + QLatin1Char('|') +
+                        QString::number(box.width()) + QLatin1Char('x') +
+                        QString::number(box.height());
+    if (!m_karaokeLayout || key != m_karaokeLayoutKey) {
+        m_karaokeLayout =
+            std::make_unique<WrappedText>(text, font(), box.width(), kRowLines, box.height());
+        m_karaokeLayoutKey = key;
+    }
+    const QPixmap normal = pictureOfRow(row, false); // shared copies: the cache may rehash
+    const QPixmap lit = pictureOfRow(row, true);
+    KaraokeFill::paint(painter, at, normal, lit, m_karaoke.sungRects(*m_karaokeLayout, box));
+    return true;
 }
 
 void LRCView::resizeEvent(QResizeEvent* event)

@@ -18,6 +18,22 @@ SingleLineView::SingleLineView(QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setAutoFillBackground(false);
     setFont(DisplayFont::withSize(font(), 30));
+    connect(&m_karaoke, &KaraokeFill::frame, this, [this] {
+        // The first frame of a word-timed line needs its lit picture.
+        if (m_litPicture.isNull() && m_karaoke.fills(m_string))
+            m_dirty = true;
+        update(m_textRect.toAlignedRect().adjusted(-2, -2, 2, 2));
+    });
+}
+
+SingleLineView::~SingleLineView() = default;
+
+void SingleLineView::setFillColor(const QColor& color)
+{
+    if (!color.isValid() || color == m_fillColor)
+        return;
+    m_fillColor = color;
+    relayout();
 }
 
 void SingleLineView::setString(const QString& string)
@@ -73,6 +89,8 @@ void SingleLineView::render()
         return;
     m_picture.setDevicePixelRatio(ratio);
     m_picture.fill(Qt::transparent);
+    m_litPicture = QImage();
+    m_litLayout.reset();
     if (m_textRect.isEmpty())
         return;
     ++m_renders;
@@ -90,6 +108,7 @@ void SingleLineView::render()
         painter.setClipPath(plate, Qt::IntersectClip);
         painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
         wrapped.draw(painter, text, Qt::white);
+        renderLit(QImage());
         return;
     }
 
@@ -115,6 +134,38 @@ void SingleLineView::render()
     painter.drawImage(QPointF(), shadow); // the outline's shadow
     painter.drawImage(QPointF(), shadow); // and the fill's
     painter.drawImage(QPointF(), glyphs);
+    renderLit(shadow);
+}
+
+void SingleLineView::renderLit(const QImage& shadow)
+{
+    m_litPicture = QImage();
+    m_litLayout.reset();
+    if (!m_karaoke.fills(m_string) || m_textRect.isEmpty())
+        return;
+    const qreal ratio = devicePixelRatioF();
+    m_litPicture = QImage(size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    m_litPicture.setDevicePixelRatio(ratio);
+    m_litPicture.fill(Qt::transparent);
+    const QRectF text = m_textRect;
+    m_litLayout = std::make_unique<WrappedText>(m_string, font(), text.width(), 0, text.height());
+    const WrappedText& wrapped = *m_litLayout;
+    QPainter painter(&m_litPicture);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    if (m_showBG) {
+        QPainterPath plate;
+        plate.addRoundedRect(SingleLineGeometry::plateRect(text), SingleLineGeometry::kPlateRadius,
+                             SingleLineGeometry::kPlateRadius);
+        painter.setClipPath(plate);
+        painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
+        wrapped.draw(painter, text, m_fillColor);
+        return;
+    }
+    painter.drawImage(QPointF(), shadow);
+    painter.drawImage(QPointF(), shadow);
+    painter.setClipRect(text.adjusted(-2, -2, 2, 2));
+    painter.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
+    wrapped.draw(painter, text, m_fillColor);
 }
 
 void SingleLineView::paintEvent(QPaintEvent*)
@@ -123,5 +174,16 @@ void SingleLineView::paintEvent(QPaintEvent*)
         render();
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (m_litPicture.isNull() || !m_litLayout || !m_karaoke.fills(m_string)) {
+        painter.drawImage(QPointF(), m_picture);
+        return;
+    }
+    // Laid out once per line: each frame only measures where the fill ends.
+    QRegion sung;
+    for (const QRectF& part : m_karaoke.sungRects(*m_litLayout, m_textRect))
+        sung += part.adjusted(0, -2, 0, 2).toAlignedRect();
+    painter.setClipRegion(QRegion(rect()) - sung);
     painter.drawImage(QPointF(), m_picture);
+    painter.setClipRegion(sung);
+    painter.drawImage(QPointF(), m_litPicture);
 }

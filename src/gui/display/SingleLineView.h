@@ -1,9 +1,14 @@
 #pragma once
 
+#include "gui/display/KaraokeFill.h"
+
 #include <QImage>
 #include <QWidget>
 
+#include <memory>
+
 class TextMeasurer;
+class WrappedText;
 
 // The single-line strip's one line, centred: white on a dark rounded plate, or, without the
 // plate, white with a grey outline and a soft black shadow, legible on any background. The
@@ -12,6 +17,7 @@ class SingleLineView : public QWidget {
     Q_OBJECT
 public:
     explicit SingleLineView(QWidget* parent = nullptr);
+    ~SingleLineView() override;
 
     QString string() const { return m_string; }
     void setString(const QString& string);
@@ -26,6 +32,9 @@ public:
     QRect inputRect() const { return m_inputRect; }
     // Pictures drawn since the view was made: what painting costs.
     int renders() const { return m_renders; }
+    // The colour of the sung words of a word-timed line, and the fill following the line.
+    void setFillColor(const QColor& color);
+    KaraokeFill& karaoke() { return m_karaoke; }
 
 Q_SIGNALS:
     void inputRectChanged(const QRect& rect);
@@ -38,6 +47,8 @@ protected:
 private:
     void relayout();
     void render();
+    // The picture once more with the text in the fill colour, for a word-timed line.
+    void renderLit(const QImage& shadow);
 
     QString m_string;
     bool m_showBG = true;
@@ -46,4 +57,8 @@ private:
     QRectF m_textRect;
     QRect m_inputRect;
     int m_renders = 0;
+    KaraokeFill m_karaoke;
+    QColor m_fillColor = QColor(0x4f, 0xc3, 0xf7);
+    QImage m_litPicture;                      // null unless the shown line is word-timed
+    std::unique_ptr<WrappedText> m_litLayout; // its text as drawn, for the frames
 };

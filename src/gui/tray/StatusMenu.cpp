@@ -80,9 +80,7 @@ bool StatusMenu::showInTray()
 
 void StatusMenu::setSourceTitle(const QString& title)
 {
-    m_source->setText(title);
-    if (m_tray)
-        m_tray->setToolTip(tr("Versewick: %1").arg(title));
+    m_source->setText(title); // the tooltip is the song's (AppIcon::followSong)
 }
 
 void StatusMenu::setToggleTitle(const QString& title)

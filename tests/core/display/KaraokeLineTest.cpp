@@ -48,10 +48,10 @@ TEST_P(KaraokeFill, SungPartAtTime)
 
 INSTANTIATE_TEST_SUITE_P(
     Times, KaraokeFill,
-    testing::Values(FillCase{11.0, 0, {}},                                  // before the line
-                    FillCase{12.0, 0, {QRectF(0, 0, 10, 20)}},             // nothing sung yet
-                    FillCase{12.3, 0.5 / 3, {QRectF(0, 0, 35, 20)}},       // half of "Hold "
-                    FillCase{12.6, 1.0 / 3, {QRectF(0, 0, 60, 20)}},       // "me " begins
+    testing::Values(FillCase{11.0, 0, {}},                           // before the line
+                    FillCase{12.0, 0, {QRectF(0, 0, 10, 20)}},       // nothing sung yet
+                    FillCase{12.3, 0.5 / 3, {QRectF(0, 0, 35, 20)}}, // half of "Hold "
+                    FillCase{12.6, 1.0 / 3, {QRectF(0, 0, 60, 20)}}, // "me " begins
                     FillCase{13.6, 2.5 / 3, {QRectF(0, 0, 100, 20), QRectF(0, 20, 50, 20)}},
                     FillCase{19.0, 1, {QRectF(0, 0, 100, 20), QRectF(0, 20, 65, 20)}}));
 
