@@ -119,5 +119,5 @@ void SingleLineModeController::updateFromSettings()
         return;
     m_view->setFont(DisplayFont::fromSetting(settings().fontSingleLine()));
     m_view->setShowBG(settings().isShowSingleLineBG());
-    m_view->setFillColor(settings().lyricHighlightColor());
+    m_view->setFillColors(settings().lyricHighlightColor(), settings().lyricNormalColor());
 }

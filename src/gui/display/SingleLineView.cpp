@@ -19,8 +19,8 @@ SingleLineView::SingleLineView(QWidget* parent)
     setAutoFillBackground(false);
     setFont(DisplayFont::withSize(font(), 30));
     connect(&m_karaoke, &KaraokeFill::frame, this, [this] {
-        // The first frame of a word-timed line needs its lit picture.
-        if (m_litPicture.isNull() && m_karaoke.fills(m_string))
+        // The first frame of a word-timed line needs its two pictures; the last one, white again.
+        if (m_renderedTimed != m_karaoke.fills(m_string))
             m_dirty = true;
         update(m_textRect.toAlignedRect().adjusted(-2, -2, 2, 2));
     });
@@ -28,11 +28,12 @@ SingleLineView::SingleLineView(QWidget* parent)
 
 SingleLineView::~SingleLineView() = default;
 
-void SingleLineView::setFillColor(const QColor& color)
+void SingleLineView::setFillColors(const QColor& sung, const QColor& unsung)
 {
-    if (!color.isValid() || color == m_fillColor)
-        return;
-    m_fillColor = color;
+    if (sung.isValid())
+        m_sungColor = sung;
+    if (unsung.isValid())
+        m_unsungColor = unsung;
     relayout();
 }
 
@@ -91,9 +92,11 @@ void SingleLineView::render()
     m_picture.fill(Qt::transparent);
     m_litPicture = QImage();
     m_litLayout.reset();
+    m_renderedTimed = m_karaoke.fills(m_string);
     if (m_textRect.isEmpty())
         return;
     ++m_renders;
+    const QColor color = m_renderedTimed ? m_unsungColor : QColor(Qt::white);
 
     const QRectF text = m_textRect;
     const WrappedText wrapped(m_string, font(), text.width(), 0, text.height());
@@ -107,7 +110,7 @@ void SingleLineView::render()
                              SingleLineGeometry::kPlateRadius);
         painter.setClipPath(plate, Qt::IntersectClip);
         painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
-        wrapped.draw(painter, text, Qt::white);
+        wrapped.draw(painter, text, color);
         renderLit(QImage());
         return;
     }
@@ -121,7 +124,7 @@ void SingleLineView::render()
         layer.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         layer.setClipRect(text.adjusted(-2, -2, 2, 2));
         layer.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
-        wrapped.draw(layer, text, Qt::white);
+        wrapped.draw(layer, text, color);
     }
     QImage shadow = glyphs;
     {
@@ -158,14 +161,14 @@ void SingleLineView::renderLit(const QImage& shadow)
                              SingleLineGeometry::kPlateRadius);
         painter.setClipPath(plate);
         painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
-        wrapped.draw(painter, text, m_fillColor);
+        wrapped.draw(painter, text, m_sungColor);
         return;
     }
     painter.drawImage(QPointF(), shadow);
     painter.drawImage(QPointF(), shadow);
     painter.setClipRect(text.adjusted(-2, -2, 2, 2));
     painter.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
-    wrapped.draw(painter, text, m_fillColor);
+    wrapped.draw(painter, text, m_sungColor);
 }
 
 void SingleLineView::paintEvent(QPaintEvent*)

@@ -32,8 +32,9 @@ public:
     QRect inputRect() const { return m_inputRect; }
     // Pictures drawn since the view was made: what painting costs.
     int renders() const { return m_renders; }
-    // The colour of the sung words of a word-timed line, and the fill following the line.
-    void setFillColor(const QColor& color);
+    // A word-timed line is drawn in the unsung colour and filled with the sung one as its words
+    // are sung (other lines stay white); the fill follows the lit line.
+    void setFillColors(const QColor& sung, const QColor& unsung);
     KaraokeFill& karaoke() { return m_karaoke; }
 
 Q_SIGNALS:
@@ -58,7 +59,9 @@ private:
     QRect m_inputRect;
     int m_renders = 0;
     KaraokeFill m_karaoke;
-    QColor m_fillColor = QColor(0x4f, 0xc3, 0xf7);
+    QColor m_sungColor = Qt::white;
+    QColor m_unsungColor = Qt::gray;
+    bool m_renderedTimed = false;             // the picture was drawn for a word-timed line
     QImage m_litPicture;                      // null unless the shown line is word-timed
     std::unique_ptr<WrappedText> m_litLayout; // its text as drawn, for the frames
 };
