@@ -57,27 +57,31 @@ void KaraokeFill::onFrame()
     Q_EMIT frame();
 }
 
-std::vector<QRectF> KaraokeFill::sungRects(const WrappedText& text, const QRectF& rect) const
+QRegion KaraokeFill::sungRegion(const WrappedText& text, const QRectF& rect,
+                                const QPointF& at) const
 {
     const std::vector<KaraokeTextLine> lines = text.lineBoxes(rect);
-    return karaoke::sungRects(m_line, now(), lines, [&text, &rect](int line, qsizetype index) {
+    QRegion region;
+    const auto caret = [&text, &rect](int line, qsizetype index) {
         return text.caretX(line, index, rect);
-    });
+    };
+    for (const QRectF& part : karaoke::sungRects(m_line, now(), lines, caret))
+        region += part.translated(at).toAlignedRect();
+    return region;
 }
 
 void KaraokeFill::paint(QPainter& painter, const QPointF& at, const QPixmap& normal,
-                        const QPixmap& lit, const std::vector<QRectF>& sung)
+                        const QPixmap& lit, const QRegion& sung)
 {
-    QRegion region;
-    for (const QRectF& rect : sung)
-        region += rect.translated(at).toAlignedRect();
     painter.save();
     const QRect whole = QRectF(at, normal.deviceIndependentSize()).toAlignedRect();
-    painter.setClipRegion(QRegion(whole) - region);
+    painter.setClipRegion(QRegion(whole) - sung, Qt::IntersectClip);
     painter.drawPixmap(at, normal);
-    if (!region.isEmpty()) {
-        painter.setClipRegion(region);
-        painter.drawPixmap(at, lit);
-    }
+    painter.restore();
+    if (sung.isEmpty())
+        return;
+    painter.save();
+    painter.setClipRegion(sung, Qt::IntersectClip);
+    painter.drawPixmap(at, lit);
     painter.restore();
 }

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QRegion>
 #include <QTimer>
 
 #include <memory>
@@ -33,11 +34,12 @@ public:
     // The play time now: the last one read plus the time since, up to a tick's worth.
     double now() const;
 
-    // The sung parts of `text`, laid out as in `rect`, at now().
-    std::vector<QRectF> sungRects(const WrappedText& text, const QRectF& rect) const;
-    // Draws `lit` over the sung parts and `normal` over the rest, both at `at`.
+    // The sung parts of `text`, laid out as in `rect`, at now(), moved by `at` and rounded to
+    // whole pixels: a frame that would not change a pixel repaints nothing.
+    QRegion sungRegion(const WrappedText& text, const QRectF& rect, const QPointF& at) const;
+    // Draws `lit` over the sung region and `normal` over the rest, both at `at`.
     static void paint(QPainter& painter, const QPointF& at, const QPixmap& normal,
-                      const QPixmap& lit, const std::vector<QRectF>& sung);
+                      const QPixmap& lit, const QRegion& sung);
 
 Q_SIGNALS:
     void frame();

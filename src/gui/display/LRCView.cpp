@@ -48,7 +48,7 @@ LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
     setFont(DisplayFont::withSize(font(), 16));
     m_model.rows().setFont(font());
     m_renderer->setNumberOfLines(kRowLines);
-    connect(&m_karaoke, &KaraokeFill::frame, this, [this] { updateRow(m_litRow); });
+    connect(&m_karaoke, &KaraokeFill::frame, this, &LRCView::karaokeFrame);
 }
 
 LRCView::~LRCView()
@@ -303,7 +303,7 @@ const QPixmap& LRCView::pictureOfRow(int row, bool lit)
     return pixmap;
 }
 
-void LRCView::paintEvent(QPaintEvent*)
+void LRCView::paintEvent(QPaintEvent* event)
 {
     if (isDefaultStringVisible())
         return; // a status text never shows over a lyric
@@ -319,31 +319,57 @@ void LRCView::paintEvent(QPaintEvent*)
         if (rows.realIndexTrimFromRow(row) < 0 || rect.height() <= 0)
             continue;
         const QPointF at(rect.left(), std::round(rect.top() - m_offset));
+        if (!event->rect().intersects(QRectF(at, rect.size()).toAlignedRect()))
+            continue; // a fill's frame repaints a few pixels of one row
         if (row != m_litRow || !paintKaraokeRow(painter, row, at))
             painter.drawPixmap(at, pictureOfRow(row));
     }
 }
 
-bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
+std::optional<QRegion> LRCView::karaokeRegion(int row)
 {
     const QString text = m_model.rows().textOfRow(row);
-    if (!m_model.isRowHighlighted(row) || !m_karaoke.fills(text))
-        return false;
+    if (row < 0 || !m_model.isRowHighlighted(row) || !m_karaoke.fills(text))
+        return std::nullopt;
     // Laid out as the row's picture is drawn (VSEffectLabel in the row's rectangle), once per
     // line and size; each frame then only measures carets.
-    const QRectF box(QPointF(), m_model.rows().rectForRow(row).size());
-    const QString key = text + QLatin1Char('|') + font().toString() + QLatin1Char('|') +
-                        QString::number(box.width()) + QLatin1Char('x') +
-                        QString::number(box.height());
-    if (!m_karaokeLayout || key != m_karaokeLayoutKey) {
+    const QRectF rect = m_model.rows().rectForRow(row);
+    const QRectF box(QPointF(), rect.size());
+    if (!m_karaokeLayout || text != m_karaokeText || box.size() != m_karaokeBox ||
+        font() != m_karaokeFont) {
         m_karaokeLayout =
             std::make_unique<WrappedText>(text, font(), box.width(), kRowLines, box.height());
-        m_karaokeLayoutKey = key;
+        m_karaokeText = text;
+        m_karaokeBox = box.size();
+        m_karaokeFont = font();
     }
+    const QPointF at(rect.left(), std::round(rect.top() - m_offset));
+    return m_karaoke.sungRegion(*m_karaokeLayout, box, at);
+}
+
+bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
+{
+    const std::optional<QRegion> sung = karaokeRegion(row);
+    if (!sung)
+        return false;
     const QPixmap normal = pictureOfRow(row, false); // shared copies: the cache may rehash
     const QPixmap lit = pictureOfRow(row, true);
-    KaraokeFill::paint(painter, at, normal, lit, m_karaoke.sungRects(*m_karaokeLayout, box));
+    KaraokeFill::paint(painter, at, normal, lit, *sung);
+    m_karaokePainted = *sung;
     return true;
+}
+
+void LRCView::karaokeFrame()
+{
+    const std::optional<QRegion> sung = karaokeRegion(m_litRow);
+    if (!sung) {
+        m_karaokePainted = QRegion();
+        updateRow(m_litRow); // the fill went: the row as it is drawn without one
+        return;
+    }
+    const QRegion changed = sung->xored(m_karaokePainted);
+    if (!changed.isEmpty())
+        viewport()->update(changed);
 }
 
 void LRCView::resizeEvent(QResizeEvent* event)

@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QLabel;
 class QVariantAnimation;
@@ -103,7 +104,11 @@ private:
     const QPixmap& pictureOfRow(int row, bool lit);
     // The lit row filled word by word; false when it has no word timing.
     bool paintKaraokeRow(QPainter& painter, int row, const QPointF& at);
+    // The sung region of the lit row in the viewport; nullopt when the row has no fill.
+    std::optional<QRegion> karaokeRegion(int row);
     void followKaraoke(double seconds);
+    // Repaints only the pixels the fill changed since the last frame.
+    void karaokeFrame();
     bool paintedPositionChanges(double from, double to) const;
 
     LRCViewModel m_model;
@@ -123,5 +128,8 @@ private:
     int m_litRow = -1; // the row last drawn lit
     KaraokeFill m_karaoke;
     std::unique_ptr<WrappedText> m_karaokeLayout; // the lit row's text as drawn
-    QString m_karaokeLayoutKey;
+    QString m_karaokeText;                        // what m_karaokeLayout was laid out for
+    QFont m_karaokeFont;
+    QSizeF m_karaokeBox;
+    QRegion m_karaokePainted; // the sung region last painted, in the viewport
 };

@@ -18,12 +18,32 @@ SingleLineView::SingleLineView(QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setAutoFillBackground(false);
     setFont(DisplayFont::withSize(font(), 30));
-    connect(&m_karaoke, &KaraokeFill::frame, this, [this] {
-        // The first frame of a word-timed line needs its two pictures; the last one, white again.
-        if (m_renderedTimed != m_karaoke.fills(m_string))
-            m_dirty = true;
-        update(m_textRect.toAlignedRect().adjusted(-2, -2, 2, 2));
-    });
+    connect(&m_karaoke, &KaraokeFill::frame, this, &SingleLineView::karaokeFrame);
+}
+
+void SingleLineView::karaokeFrame()
+{
+    // The first frame of a word-timed line needs its two pictures; the last one, white again.
+    if (m_renderedTimed != m_karaoke.fills(m_string)) {
+        m_dirty = true;
+        update();
+        return;
+    }
+    // Otherwise only the pixels the fill changed.
+    const QRegion changed = sungRegion().xored(m_sungPainted);
+    if (!changed.isEmpty())
+        update(changed);
+}
+
+QRegion SingleLineView::sungRegion() const
+{
+    if (m_litPicture.isNull() || !m_litLayout || !m_karaoke.fills(m_string))
+        return {};
+    QRegion region;
+    // The lines' boxes grown to hold the glyphs' outline and descenders.
+    for (const QRect& part : m_karaoke.sungRegion(*m_litLayout, m_textRect, QPointF()))
+        region += part.adjusted(0, -2, 0, 2);
+    return region;
 }
 
 SingleLineView::~SingleLineView() = default;
@@ -178,13 +198,13 @@ void SingleLineView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (m_litPicture.isNull() || !m_litLayout || !m_karaoke.fills(m_string)) {
+        m_sungPainted = QRegion();
         painter.drawImage(QPointF(), m_picture);
         return;
     }
     // Laid out once per line: each frame only measures where the fill ends.
-    QRegion sung;
-    for (const QRectF& part : m_karaoke.sungRects(*m_litLayout, m_textRect))
-        sung += part.adjusted(0, -2, 0, 2).toAlignedRect();
+    const QRegion sung = sungRegion();
+    m_sungPainted = sung;
     painter.setClipRegion(QRegion(rect()) - sung);
     painter.drawImage(QPointF(), m_picture);
     painter.setClipRegion(sung);

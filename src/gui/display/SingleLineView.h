@@ -50,6 +50,8 @@ private:
     void render();
     // The picture once more with the text in the fill colour, for a word-timed line.
     void renderLit(const QImage& shadow);
+    QRegion sungRegion() const;
+    void karaokeFrame();
 
     QString m_string;
     bool m_showBG = true;
@@ -64,4 +66,5 @@ private:
     bool m_renderedTimed = false;             // the picture was drawn for a word-timed line
     QImage m_litPicture;                      // null unless the shown line is word-timed
     std::unique_ptr<WrappedText> m_litLayout; // its text as drawn, for the frames
+    QRegion m_sungPainted;                    // the sung region last painted
 };
