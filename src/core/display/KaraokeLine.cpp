@@ -73,7 +73,8 @@ double lineProgress(const KaraokeLine& line, double seconds)
     const KaraokeProgress progress = progressAt(line, seconds);
     if (progress.word < 0)
         return 0;
-    return std::clamp((progress.word + progress.fraction) / line.wordCount(), 0.0, 1.0);
+    const double sung = (progress.word + progress.fraction) / line.wordCount();
+    return std::isfinite(sung) ? std::clamp(sung, 0.0, 1.0) : 0.0; // absurd times read as unsung
 }
 
 std::vector<QRectF> sungRects(const KaraokeLine& line, double seconds,

@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FillCase{13.6, 2.5 / 3, {QRectF(0, 0, 100, 20), QRectF(0, 20, 50, 20)}},
                     FillCase{19.0, 1, {QRectF(0, 0, 100, 20), QRectF(0, 20, 65, 20)}}));
 
-TEST(KaraokeLine, LastWordEndsAtClosingTagOrWithinTheLongestWord)
+TEST(KaraokeLine, LastWordEndsAtClosingTagOrWithinTheLongestWordAndUntimedHasNoProgress)
 {
     Lyric closed;
     EXPECT_NEAR(holdMeNow(closed).wordEnd(2), 14.1, 1e-6);
@@ -68,15 +68,8 @@ TEST(KaraokeLine, LastWordEndsAtClosingTagOrWithinTheLongestWord)
     Lyric last;
     last.parseLRCcontent(QStringLiteral("[00:01.00]<00:01.00>la"));
     EXPECT_NEAR(KaraokeLine::of(last.lrcItemAtIndex(0)).wordEnd(0), 2.0, 1e-6);
-}
-
-TEST(KaraokeLine, UntimedLineHasNoProgress)
-{
-    Lyric lyric;
-    lyric.parseLRCcontent(QStringLiteral("[00:01.00]plain"));
-    const KaraokeLine line = KaraokeLine::of(lyric.lrcItemAtIndex(0));
-    EXPECT_FALSE(line.isTimed());
-    EXPECT_EQ(karaoke::lineProgress(line, 1.5), -1);
+    last.parseLRCcontent(QStringLiteral("[00:01.00]plain"));
+    EXPECT_EQ(karaoke::lineProgress(KaraokeLine::of(last.lrcItemAtIndex(0)), 1.5), -1);
     EXPECT_EQ(karaoke::lineProgress(KaraokeLine::of(nullptr), 1.5), -1);
 }
 

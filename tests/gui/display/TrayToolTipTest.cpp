@@ -23,10 +23,9 @@ TEST(TrayToolTip, IsTheSongWithTheLitLineAndFollowsIt)
     EXPECT_EQ(tray.toolTip(), "Mira Calder - Night Tram Home\na tune");
     state.setSong({}, {});
     EXPECT_EQ(tray.toolTip(), "Versewick");
-    EXPECT_EQ(AppIcon::toolTip({}, QStringLiteral("Untitled"), {}), "Untitled");
 }
 
-TEST(TrayToolTip, LineProgressIsReadFromTheLitLinesWords)
+TEST(LineProgress, IsReadFromTheLitLinesWords)
 {
     Lyric lyric;
     lyric.parseLRCcontent(QStringLiteral("[00:10.00]<00:10.00>Hold <00:11.00>me<00:12.00>\n"
