@@ -74,7 +74,8 @@ void LRCView::updatePlayerTime(float seconds, bool force)
 
 void LRCView::followKaraoke(double seconds)
 {
-    const Lyric* lyric = parser();
+    // A hidden panel runs no frames.
+    const Lyric* lyric = isVisible() ? parser() : nullptr;
     const int index = m_model.highlightedLRCindex();
     m_karaoke.follow(KaraokeLine::of(lyric && index >= 0 ? lyric->lrcItemAtIndex(index) : nullptr),
                      seconds);

@@ -109,8 +109,10 @@ void SingleLineModeController::setContent(const QString& text)
     if (!m_window)
         loadWindow();
     m_view->setString(text);
+    // A hidden strip runs no frames.
     if (m_state)
-        m_view->karaoke().follow(m_state->litLine(), m_state->position());
+        m_view->karaoke().follow(m_window->isVisible() ? m_state->litLine() : KaraokeLine(),
+                                 m_state->position());
 }
 
 void SingleLineModeController::updateFromSettings()
