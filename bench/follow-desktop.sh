@@ -4,7 +4,7 @@
 # /proc/<pid>/stat over SECONDS after 5 s of start-up. With SHOT=FILE.png, a screenshot of the
 # screen is taken at the end; with PERF=FILE, `perf record` samples the application meanwhile;
 # with MODE=1 the single-line strip is measured instead of the panel; SCREEN=3840x2160 (with
-# QT_SCALE_FACTOR=2) for a large screen.
+# QT_SCALE_FACTOR=2) for a large screen; KARAOKE=1 plays the first song with word timing.
 # Usage: bash bench/follow-desktop.sh [SECONDS] [BIN-DIR]   (default 60, build/bin)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -12,6 +12,8 @@ seconds=${1:-60}
 bin=$(realpath "${2:-build/bin}")
 
 source scripts/demo-home.sh
+[[ -z "${KARAOKE:-}" ]] || "$bin/versewick-cli" store write "The Morvane Players" \
+  "Lanterns on the Quay" share/demo/demo-karaoke.lrc --overwrite >/dev/null
 
 # A random first display number: helpers starting servers at once must not share one.
 xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 ${SCREEN:-1600x900}x24" dbus-run-session -- bash -c '

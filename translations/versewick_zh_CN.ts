@@ -436,10 +436,6 @@
         <source>Quit</source>
         <translation>退出</translation>
     </message>
-    <message>
-        <source>Versewick: %1</source>
-        <translation>Versewick：%1</translation>
-    </message>
 </context>
 <context>
     <name>T</name>

@@ -112,6 +112,10 @@ QString AppDBusService::line() const
 {
     return m_delegate.state().line();
 }
+double AppDBusService::lineProgress() const
+{
+    return m_delegate.state().lineProgress();
+}
 double AppDBusService::position() const
 {
     return m_delegate.state().position();

@@ -33,6 +33,7 @@ class AppDBusService : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString PluginInfo READ pluginInfo)
     Q_PROPERTY(QString SecondaryLine READ secondaryLine)
     Q_PROPERTY(double Offset READ offset)
+    Q_PROPERTY(double LineProgress READ lineProgress)
 
 public:
     static constexpr char kServiceName[] = "com.morvane.Versewick";
@@ -65,6 +66,7 @@ public:
     QString pluginInfo() const;
     QString secondaryLine() const;
     double offset() const;
+    double lineProgress() const;
 
 public Q_SLOTS:
     QString Lyric();

@@ -79,3 +79,10 @@ void AppState::setLyricLoaded(bool v)
     assign(m_lineIndex, -1, "LineIndex");
     setSecondaryLine({});
 }
+
+double AppState::lineProgress() const
+{
+    if (!m_lyricLoaded || m_lineIndex < 0)
+        return -1;
+    return karaoke::lineProgress(m_litLine, m_position);
+}

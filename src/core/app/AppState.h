@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/display/KaraokeLine.h"
+
 #include <QObject>
 #include <QString>
 #include <QVariant>
@@ -68,6 +70,11 @@ public:
         Q_EMIT stripTextShown(text);
     }
     void setPosition(double v) { m_position = v; } // read, never signalled
+    // The lit line's word timing, set before the line itself; read, never signalled.
+    const KaraokeLine& litLine() const { return m_litLine; }
+    void setLitLine(const KaraokeLine& line) { m_litLine = line; }
+    // The sung fraction of the lit line's words at the last position; -1 without word timing.
+    double lineProgress() const;
     void setMode(int v) { assign(m_mode, v, "Mode"); }
     void setLyricWindowVisible(bool v) { assign(m_lyricWindowVisible, v, "LyricWindowVisible"); }
     void setPluginInfo(const QString& v) { assign(m_pluginInfo, v, "PluginInfo"); }
@@ -119,4 +126,5 @@ private:
     QString m_pluginInfo = QStringLiteral("");
     QString m_secondaryLine = QStringLiteral("");
     double m_offset = 0.0;
+    KaraokeLine m_litLine;
 };

@@ -132,6 +132,9 @@ void SourceLoop::drive(float seconds)
     m_state.showPlayTime(seconds);
     Lyric* lyric = m_shown.parser.get();
     const LRCItem* item = lyric ? lyric->lrcItemAtTime(seconds) : nullptr;
+    // Before the strip's update and lineChanged: both read them.
+    m_state.setLitLine(KaraokeLine::of(item));
+    m_state.setPosition(seconds);
     // The index is searched only when the lit item changes.
     if (!m_litKnown || item != m_litItem) {
         m_litItem = item;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/lyric/WordTags.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -7,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
 class Lyric;
 
@@ -34,6 +37,12 @@ public:
     int minute() const { return m_minute; }
     float second() const { return m_second; }
     Lyric* lyric() const { return m_lyric; }
+    // The start as read from the tag, without the document's offset.
+    float tagTime() const { return m_startTime; }
+    // The line's word timing, starts relative to tagTime(); null for a line without word tags.
+    // Shared by the items of one line.
+    const std::shared_ptr<const lrc::WordTiming>& words() const { return m_words; }
+    void setWords(std::shared_ptr<const lrc::WordTiming> words) { m_words = std::move(words); }
 
     // "[minute:second] content", the seconds with six decimals: "[1:23.450000] Hello".
     QString description() const;
@@ -49,6 +58,7 @@ private:
     float m_second = 0.0f;
     int m_index = 0;
     Lyric* m_lyric = nullptr;
+    std::shared_ptr<const lrc::WordTiming> m_words;
 };
 
 enum class LRCOrdering { Less = -1, Same = 0, Greater = 1 };

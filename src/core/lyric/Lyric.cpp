@@ -6,10 +6,12 @@
 #include "core/lyric/LrcLineScanner.h"
 #include "core/lyric/LrcPatterns.h"
 #include "core/lyric/StartTimeSort.h"
+#include "core/lyric/WordTags.h"
 
 #include <QFile>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -63,6 +65,50 @@ void Lyric::fetchOffsetTime()
     m_offsetTime = static_cast<double>(tag->milliseconds) / 1000.0;
 }
 
+namespace {
+// Word starts relative to a line's own time, so that the items of a line sung more than once
+// ("[00:10.00][00:40.00]<00:10.00>...") each fill from their own start. Null for a line
+// whose tags left no word.
+std::shared_ptr<const lrc::WordTiming> relativeWordTiming(lrc::WordTiming timing, float lineTime)
+{
+    if (timing.words.empty())
+        return nullptr;
+    float previous = -std::numeric_limits<float>::infinity();
+    for (auto& word : timing.words) {
+        word.start = std::isnan(word.start) ? 0.0f : word.start - lineTime;
+        word.start = previous = std::max(previous, word.start);
+    }
+    timing.end -= lineTime; // NaN stays NaN
+    return std::make_shared<const lrc::WordTiming>(std::move(timing));
+}
+} // namespace
+
+void Lyric::shareWordTiming(lrc::WordTiming timing, std::size_t firstItem)
+{
+    // The word tags were written against one of the line's times: the latest one not after
+    // the first tagged word, else the earliest.
+    float firstWord = std::numeric_limits<float>::quiet_NaN();
+    for (const auto& word : timing.words) {
+        if (!std::isnan(word.start)) {
+            firstWord = word.start;
+            break;
+        }
+    }
+    float lineTime = std::numeric_limits<float>::infinity();
+    float latestBefore = -std::numeric_limits<float>::infinity();
+    for (std::size_t i = firstItem; i < m_lrcArray.size(); ++i) {
+        const float t = m_lrcArray[i]->tagTime();
+        lineTime = std::min(lineTime, t);
+        if (t <= firstWord)
+            latestBefore = std::max(latestBefore, t);
+    }
+    if (std::isfinite(latestBefore))
+        lineTime = latestBefore;
+    const auto words = relativeWordTiming(std::move(timing), lineTime);
+    for (std::size_t i = firstItem; i < m_lrcArray.size(); ++i)
+        m_lrcArray[i]->setWords(words);
+}
+
 void Lyric::convertToLRCArray()
 {
     m_itemCacheAssign = nullptr;
@@ -76,14 +122,22 @@ void Lyric::convertToLRCArray()
         if (scanner.tagCount() > 0) {
             // One content for all of the line's tags: the items share the text.
             const qsizetype start = scanner.contentStart();
-            const QString content = start < 0 ? QString(QLatin1String(""))
-                                              : text.mid(start, lineEnd - start).toString();
+            QString content = start < 0 ? QString(QLatin1String(""))
+                                        : text.mid(start, lineEnd - start).toString();
+            std::optional<lrc::WordTaggedText> tagged;
+            if (content.contains(u'<'))
+                tagged = lrc::readWordTags(content);
+            if (tagged)
+                content = std::move(tagged->text);
+            const std::size_t first = m_lrcArray.size();
             for (qsizetype i = 0; i < scanner.tagCount(); ++i) {
                 LRCItem* item = m_items.create();
                 item->parseTimeFromTag(scanner.tag(i), this);
                 item->setContent(content);
                 m_lrcArray.push_back(item);
             }
+            if (tagged)
+                shareWordTiming(std::move(tagged->timing), first);
         }
         lineStart = lineEnd + 1;
     }

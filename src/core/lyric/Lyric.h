@@ -76,6 +76,9 @@ public:
     void debugItems() const;
 
 private:
+    // Gives the items from firstItem on (one line's) the line's word timing.
+    void shareWordTiming(lrc::WordTiming timing, std::size_t firstItem);
+
     std::uint64_t m_fileEncoding = UTF8Encoding;
     QString m_contents;
     Items m_lrcArray;

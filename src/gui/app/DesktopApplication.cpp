@@ -12,10 +12,12 @@
 #include "gui/display/AppController.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/preferences/PreferenceController.h"
+#include "gui/tray/AppIcon.h"
 #include "gui/tray/StatusMenu.h"
 #include "gui/windows/SystemDesktop.h"
 
 #include <QCoreApplication>
+#include <QSystemTrayIcon>
 
 DesktopApplication::DesktopApplication(ApplicationOptions options)
     : m_root(std::move(options))
@@ -72,6 +74,7 @@ void DesktopApplication::observe(const AppState& state)
                              m_strip->view()->setSecondary(value.toString());
                      });
     m_menu->observe(state);
+    m_strip->followState(&state); // the lit line's word timing, for the karaoke fill
 }
 
 DesktopApplication::~DesktopApplication()
@@ -89,5 +92,7 @@ void DesktopApplication::launch()
     if (!m_menu->showInTray())
         foundation::systemLog(
             QStringLiteral("no system tray: the status menu is in the lyric panel's context menu"));
+    else
+        AppIcon::followSong(*m_menu->trayIcon(), controller().state());
     m_root.launch();
 }

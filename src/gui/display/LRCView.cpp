@@ -6,6 +6,7 @@
 #include "core/reading/LyricReading.h"
 #include "gui/display/SecondaryLinePainter.h"
 #include "gui/display/VSEffectLabel.h"
+#include "gui/display/WrappedText.h"
 
 #include <QEasingCurve>
 #include <QKeyEvent>
@@ -56,6 +57,7 @@ LRCView::LRCView(const TextMeasurer& measurer, QWidget* parent)
         m_pictures.clear();
         refresh();
     });
+    connect(&m_karaoke, &KaraokeFill::frame, this, &LRCView::karaokeFrame);
 }
 
 LRCView::~LRCView()
@@ -70,6 +72,22 @@ void LRCView::setParser(Lyric* parser)
     // The same lyric handed over again may have been parsed afresh in place: lay it out again.
     m_model.setParser(parser);
     m_model.reloadData();
+    followKaraoke(m_karaoke.now());
+}
+
+void LRCView::updatePlayerTime(float seconds, bool force)
+{
+    m_model.updatePlayerTime(seconds, force);
+    followKaraoke(seconds);
+}
+
+void LRCView::followKaraoke(double seconds)
+{
+    // A hidden panel runs no frames.
+    const Lyric* lyric = isVisible() ? parser() : nullptr;
+    const int index = m_model.highlightedLRCindex();
+    m_karaoke.follow(KaraokeLine::of(lyric && index >= 0 ? lyric->lrcItemAtIndex(index) : nullptr),
+                     seconds);
 }
 
 void LRCView::setColorNormal(const QColor& color)
@@ -264,7 +282,11 @@ void LRCView::removeAllAnimations()
 
 const QPixmap& LRCView::pictureOfRow(int row)
 {
-    const bool lit = m_model.isRowHighlighted(row);
+    return pictureOfRow(row, m_model.isRowHighlighted(row));
+}
+
+const QPixmap& LRCView::pictureOfRow(int row, bool lit)
+{
     // A long lyric played through must not keep a picture of every row it showed.
     if (m_pictures.size() >= kMaxPictures && !m_pictures.contains(row))
         m_pictures.clear();
@@ -296,7 +318,7 @@ const QPixmap& LRCView::pictureOfRow(int row)
     return pixmap;
 }
 
-void LRCView::paintEvent(QPaintEvent*)
+void LRCView::paintEvent(QPaintEvent* event)
 {
     if (isDefaultStringVisible())
         return; // a status text never shows over a lyric
@@ -311,9 +333,58 @@ void LRCView::paintEvent(QPaintEvent*)
             break;
         if (rows.realIndexTrimFromRow(row) < 0 || rect.height() <= 0)
             continue;
-        painter.drawPixmap(QPointF(rect.left(), std::round(rect.top() - m_offset)),
-                           pictureOfRow(row));
+        const QPointF at(rect.left(), std::round(rect.top() - m_offset));
+        if (!event->rect().intersects(QRectF(at, rect.size()).toAlignedRect()))
+            continue; // a fill's frame repaints a few pixels of one row
+        if (row != m_litRow || !paintKaraokeRow(painter, row, at))
+            painter.drawPixmap(at, pictureOfRow(row));
     }
+}
+
+std::optional<QRegion> LRCView::karaokeRegion(int row)
+{
+    const QString text = m_model.rows().textOfRow(row);
+    if (row < 0 || !m_model.isRowHighlighted(row) || !m_karaoke.fills(text))
+        return std::nullopt;
+    // Laid out as the row's picture is drawn (VSEffectLabel in the row's rectangle), once per
+    // line and size; each frame then only measures carets.
+    const QRectF rect = m_model.rows().rectForRow(row);
+    const QRectF box(QPointF(), rect.size());
+    if (!m_karaokeLayout || text != m_karaokeText || box.size() != m_karaokeBox ||
+        font() != m_karaokeFont) {
+        m_karaokeLayout =
+            std::make_unique<WrappedText>(text, font(), box.width(), kRowLines, box.height());
+        m_karaokeText = text;
+        m_karaokeBox = box.size();
+        m_karaokeFont = font();
+    }
+    const QPointF at(rect.left(), std::round(rect.top() - m_offset));
+    return m_karaoke.sungRegion(*m_karaokeLayout, box, at);
+}
+
+bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
+{
+    const std::optional<QRegion> sung = karaokeRegion(row);
+    if (!sung)
+        return false;
+    const QPixmap normal = pictureOfRow(row, false); // shared copies: the cache may rehash
+    const QPixmap lit = pictureOfRow(row, true);
+    KaraokeFill::paint(painter, at, normal, lit, *sung);
+    m_karaokePainted = *sung;
+    return true;
+}
+
+void LRCView::karaokeFrame()
+{
+    const std::optional<QRegion> sung = karaokeRegion(m_litRow);
+    if (!sung) {
+        m_karaokePainted = QRegion();
+        updateRow(m_litRow); // the fill went: the row as it is drawn without one
+        return;
+    }
+    const QRegion changed = sung->xored(m_karaokePainted);
+    if (!changed.isEmpty())
+        viewport()->update(changed);
 }
 
 void LRCView::resizeEvent(QResizeEvent* event)

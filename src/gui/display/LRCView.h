@@ -2,6 +2,7 @@
 
 #include "core/display/LRCViewHost.h"
 #include "core/display/LRCViewModel.h"
+#include "gui/display/KaraokeFill.h"
 
 #include <QAbstractScrollArea>
 #include <QHash>
@@ -10,11 +11,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QLabel;
 class QVariantAnimation;
 class TextMeasurer;
 class VSEffectLabel;
+class WrappedText;
 
 // The scrolling lyric view: the whole lyric as a centred list, the sung line lit and kept at
 // the middle. A custom-painted scroll area over LRCViewModel; each row is drawn once by an
@@ -47,8 +50,8 @@ public:
     bool isDefaultStringVisible() const;
 
     void loadLRCcontent(const QString& text);
-    void updatePlayerTime(float seconds) { m_model.updatePlayerTime(seconds); }
-    void updatePlayerTime(float seconds, bool force) { m_model.updatePlayerTime(seconds, force); }
+    void updatePlayerTime(float seconds) { updatePlayerTime(seconds, false); }
+    void updatePlayerTime(float seconds, bool force);
     void moveToLRCindex(int index) { m_model.moveToLRCindex(index); }
     void setCurrentLRCIndex(int index) { m_model.setCurrentLRCIndex(index); }
     void updatePositionAtPlayTime(float seconds, bool stop);
@@ -71,6 +74,8 @@ public:
     // Row pictures drawn since the view was made: what painting costs.
     int renderedRows() const { return m_renderedRows; }
     int paintedFrames() const { return m_paintedFrames; }
+    // The lit row's word-by-word fill.
+    const KaraokeFill& karaoke() const { return m_karaoke; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -97,6 +102,14 @@ private:
     void removeAllAnimations() override;
     void startAnimation(const QString& name, double y, double duration, bool linear);
     const QPixmap& pictureOfRow(int row);
+    const QPixmap& pictureOfRow(int row, bool lit);
+    // The lit row filled word by word; false when it has no word timing.
+    bool paintKaraokeRow(QPainter& painter, int row, const QPointF& at);
+    // The sung region of the lit row in the viewport; nullopt when the row has no fill.
+    std::optional<QRegion> karaokeRegion(int row);
+    void followKaraoke(double seconds);
+    // Repaints only the pixels the fill changed since the last frame.
+    void karaokeFrame();
     bool paintedPositionChanges(double from, double to) const;
 
     LRCViewModel m_model;
@@ -114,4 +127,10 @@ private:
     int m_renderedRows = 0;
     int m_paintedFrames = 0;
     int m_litRow = -1; // the row last drawn lit
+    KaraokeFill m_karaoke;
+    std::unique_ptr<WrappedText> m_karaokeLayout; // the lit row's text as drawn
+    QString m_karaokeText;                        // what m_karaokeLayout was laid out for
+    QFont m_karaokeFont;
+    QSizeF m_karaokeBox;
+    QRegion m_karaokePainted; // the sung region last painted, in the viewport
 };

@@ -1,5 +1,6 @@
 #include "gui/display/SingleLineModeController.h"
 
+#include "core/app/AppState.h"
 #include "core/display/DisplayFont.h"
 #include "core/display/SingleLineGeometry.h"
 #include "core/settings/Settings.h"
@@ -98,11 +99,20 @@ void SingleLineModeController::applyShape(const QRect& shown)
         m_window->setMask(shown.isEmpty() ? QRegion(0, 0, 1, 1) : QRegion(shown));
 }
 
+void SingleLineModeController::followState(const AppState* state)
+{
+    m_state = state;
+}
+
 void SingleLineModeController::setContent(const QString& text)
 {
     if (!m_window)
         loadWindow();
     m_view->setString(text);
+    // A hidden strip runs no frames.
+    if (m_state)
+        m_view->karaoke().follow(m_window->isVisible() ? m_state->litLine() : KaraokeLine(),
+                                 m_state->position());
 }
 
 void SingleLineModeController::updateFromSettings()
@@ -111,4 +121,5 @@ void SingleLineModeController::updateFromSettings()
         return;
     m_view->setFont(DisplayFont::fromSetting(settings().fontSingleLine()));
     m_view->setShowBG(settings().isShowSingleLineBG());
+    m_view->setFillColors(settings().lyricHighlightColor(), settings().lyricNormalColor());
 }

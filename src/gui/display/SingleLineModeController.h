@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class AppState;
 class QSettings;
 class QWidget;
 class Settings;
@@ -32,6 +33,9 @@ public:
     SingleLineView* view() const { return m_view; }
 
     void setContent(const QString& text);
+    // The facts the strip's karaoke fill follows (the lit line's word timing and the play
+    // time), read on each content update; not owned.
+    void followState(const AppState* state);
     void updateFromSettings();
 
     // A frameless, floating strip with the content rectangle's size, placed where it was
@@ -46,4 +50,5 @@ private:
     Settings* m_settings;
     std::unique_ptr<QWidget> m_window;
     QPointer<SingleLineView> m_view;
+    QPointer<const AppState> m_state;
 };

@@ -20,6 +20,43 @@ SingleLineView::SingleLineView(QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setAutoFillBackground(false);
     setFont(DisplayFont::withSize(font(), 30));
+    connect(&m_karaoke, &KaraokeFill::frame, this, &SingleLineView::karaokeFrame);
+}
+
+void SingleLineView::karaokeFrame()
+{
+    // The first frame of a word-timed line needs its two pictures; the last one, white again.
+    if (m_renderedTimed != m_karaoke.fills(m_string)) {
+        m_dirty = true;
+        update();
+        return;
+    }
+    // Otherwise only the pixels the fill changed.
+    const QRegion changed = sungRegion().xored(m_sungPainted);
+    if (!changed.isEmpty())
+        update(changed);
+}
+
+QRegion SingleLineView::sungRegion() const
+{
+    if (m_litPicture.isNull() || !m_litLayout || !m_karaoke.fills(m_string))
+        return {};
+    QRegion region;
+    // The lines' boxes grown to hold the glyphs' outline and descenders.
+    for (const QRect& part : m_karaoke.sungRegion(*m_litLayout, m_textRect, QPointF()))
+        region += part.adjusted(0, -2, 0, 2);
+    return region;
+}
+
+SingleLineView::~SingleLineView() = default;
+
+void SingleLineView::setFillColors(const QColor& sung, const QColor& unsung)
+{
+    if (sung.isValid())
+        m_sungColor = sung;
+    if (unsung.isValid())
+        m_unsungColor = unsung;
+    relayout();
 }
 
 void SingleLineView::setString(const QString& string)
@@ -107,9 +144,13 @@ void SingleLineView::render()
         return;
     m_picture.setDevicePixelRatio(ratio);
     m_picture.fill(Qt::transparent);
+    m_litPicture = QImage();
+    m_litLayout.reset();
+    m_renderedTimed = m_karaoke.fills(m_string);
     if (m_textRect.isEmpty())
         return;
     ++m_renders;
+    const QColor color = m_renderedTimed ? m_unsungColor : QColor(Qt::white);
 
     const QRectF text = m_textRect;
     const WrappedText wrapped(m_string, font(), text.width(), 0, text.height());
@@ -123,9 +164,10 @@ void SingleLineView::render()
                              SingleLineGeometry::kPlateRadius, SingleLineGeometry::kPlateRadius);
         painter.setClipPath(plate, Qt::IntersectClip);
         painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
-        wrapped.draw(painter, text, Qt::white);
+        wrapped.draw(painter, text, color);
         secondarypaint::draw(painter, m_secondary, secondaryFont(font()), m_secondaryRect,
                              Qt::white);
+        renderLit(QImage());
         return;
     }
 
@@ -138,7 +180,7 @@ void SingleLineView::render()
         layer.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         layer.setClipRect(text.united(m_secondaryRect).adjusted(-2, -2, 2, 2));
         layer.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
-        wrapped.draw(layer, text, Qt::white);
+        wrapped.draw(layer, text, color);
         secondarypaint::draw(layer, m_secondary, secondaryFont(font()), m_secondaryRect, Qt::white);
     }
     QImage shadow = glyphs;
@@ -152,6 +194,38 @@ void SingleLineView::render()
     painter.drawImage(QPointF(), shadow); // the outline's shadow
     painter.drawImage(QPointF(), shadow); // and the fill's
     painter.drawImage(QPointF(), glyphs);
+    renderLit(shadow);
+}
+
+void SingleLineView::renderLit(const QImage& shadow)
+{
+    m_litPicture = QImage();
+    m_litLayout.reset();
+    if (!m_karaoke.fills(m_string) || m_textRect.isEmpty())
+        return;
+    const qreal ratio = devicePixelRatioF();
+    m_litPicture = QImage(size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    m_litPicture.setDevicePixelRatio(ratio);
+    m_litPicture.fill(Qt::transparent);
+    const QRectF text = m_textRect;
+    m_litLayout = std::make_unique<WrappedText>(m_string, font(), text.width(), 0, text.height());
+    const WrappedText& wrapped = *m_litLayout;
+    QPainter painter(&m_litPicture);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    if (m_showBG) {
+        QPainterPath plate;
+        plate.addRoundedRect(SingleLineGeometry::plateRect(text), SingleLineGeometry::kPlateRadius,
+                             SingleLineGeometry::kPlateRadius);
+        painter.setClipPath(plate);
+        painter.fillPath(plate, QColor::fromRgbF(0, 0, 0, float(SingleLineGeometry::kPlateAlpha)));
+        wrapped.draw(painter, text, m_sungColor);
+        return;
+    }
+    painter.drawImage(QPointF(), shadow);
+    painter.drawImage(QPointF(), shadow);
+    painter.setClipRect(text.adjusted(-2, -2, 2, 2));
+    painter.strokePath(wrapped.path(text), QPen(Qt::gray, SingleLineGeometry::kOutlineWidth));
+    wrapped.draw(painter, text, m_sungColor);
 }
 
 void SingleLineView::paintEvent(QPaintEvent*)
@@ -160,5 +234,16 @@ void SingleLineView::paintEvent(QPaintEvent*)
         render();
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (m_litPicture.isNull() || !m_litLayout || !m_karaoke.fills(m_string)) {
+        m_sungPainted = QRegion();
+        painter.drawImage(QPointF(), m_picture);
+        return;
+    }
+    // Laid out once per line: each frame only measures where the fill ends.
+    const QRegion sung = sungRegion();
+    m_sungPainted = sung;
+    painter.setClipRegion(QRegion(rect()) - sung);
     painter.drawImage(QPointF(), m_picture);
+    painter.setClipRegion(sung);
+    painter.drawImage(QPointF(), m_litPicture);
 }

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "gui/display/KaraokeFill.h"
+
 #include <QImage>
 #include <QWidget>
 
+#include <memory>
+
 class TextMeasurer;
+class WrappedText;
 
 // The single-line strip's one line, centred: white on a dark rounded plate, or, without the
 // plate, white with a grey outline and a soft black shadow, legible on any background. The
@@ -12,6 +17,7 @@ class SingleLineView : public QWidget {
     Q_OBJECT
 public:
     explicit SingleLineView(QWidget* parent = nullptr);
+    ~SingleLineView() override;
 
     QString string() const { return m_string; }
     void setString(const QString& string);
@@ -31,6 +37,10 @@ public:
     QRect inputRect() const { return m_inputRect; }
     // Pictures drawn since the view was made: what painting costs.
     int renders() const { return m_renders; }
+    // A word-timed line is drawn in the unsung colour and filled with the sung one as its words
+    // are sung (other lines stay white); the fill follows the lit line.
+    void setFillColors(const QColor& sung, const QColor& unsung);
+    KaraokeFill& karaoke() { return m_karaoke; }
 
 Q_SIGNALS:
     void inputRectChanged(const QRect& rect);
@@ -43,6 +53,10 @@ protected:
 private:
     void relayout();
     void render();
+    // The picture once more with the text in the fill colour, for a word-timed line.
+    void renderLit(const QImage& shadow);
+    QRegion sungRegion() const;
+    void karaokeFrame();
 
     QString m_string;
     QString m_secondary;
@@ -53,4 +67,11 @@ private:
     QRectF m_textRect;
     QRect m_inputRect;
     int m_renders = 0;
+    KaraokeFill m_karaoke;
+    QColor m_sungColor = Qt::white;
+    QColor m_unsungColor = Qt::gray;
+    bool m_renderedTimed = false;             // the picture was drawn for a word-timed line
+    QImage m_litPicture;                      // null unless the shown line is word-timed
+    std::unique_ptr<WrappedText> m_litLayout; // its text as drawn, for the frames
+    QRegion m_sungPainted;                    // the sung region last painted
 };

@@ -123,3 +123,23 @@ QPainterPath WrappedText::path(const QRectF& rect) const
     }
     return path;
 }
+
+std::vector<KaraokeTextLine> WrappedText::lineBoxes(const QRectF& rect) const
+{
+    std::vector<KaraokeTextLine> boxes;
+    const QPointF at = origin(rect);
+    for (int i = 0; i < m_lines; ++i) {
+        const QTextLine line = m_layout->lineAt(i);
+        boxes.push_back({line.textStart(), line.textStart() + line.textLength(),
+                         QRectF(rect.left(), at.y() + line.y(), rect.width(), line.height())});
+    }
+    return boxes;
+}
+
+double WrappedText::caretX(int line, qsizetype index, const QRectF& rect) const
+{
+    if (line < 0 || line >= m_lines)
+        return rect.left();
+    const QTextLine text = m_layout->lineAt(line);
+    return origin(rect).x() + text.cursorToX(int(index));
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/display/KaraokeLine.h"
+
 #include <QFont>
 #include <QPainterPath>
 #include <QRectF>
@@ -7,6 +9,7 @@
 #include <QTextLayout>
 
 #include <memory>
+#include <vector>
 
 class QPainter;
 
@@ -22,6 +25,10 @@ public:
     QSizeF size() const { return m_size; }
     void draw(QPainter& painter, const QRectF& rect, const QColor& color) const;
     QPainterPath path(const QRectF& rect) const;
+    // The drawn lines as placed in rect, each spanning rect's width, and the x of the place
+    // before character index on one of them: what the karaoke fill is measured against.
+    std::vector<KaraokeTextLine> lineBoxes(const QRectF& rect) const;
+    double caretX(int line, qsizetype index, const QRectF& rect) const;
 
 private:
     QPointF origin(const QRectF& rect) const;

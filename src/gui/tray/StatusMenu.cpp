@@ -124,9 +124,7 @@ void StatusMenu::showMenuItems()
 
 void StatusMenu::setSourceTitle(const QString& title)
 {
-    m_source->setText(title);
-    if (m_tray)
-        m_tray->setToolTip(tr("Versewick: %1").arg(title));
+    m_source->setText(title); // the tooltip is the song's (AppIcon::followSong)
 }
 
 void StatusMenu::setToggleTitle(const QString& title)
