@@ -127,6 +127,10 @@ QString AppDBusService::pluginInfo() const
 {
     return m_delegate.state().pluginInfo();
 }
+bool AppDBusService::synced() const
+{
+    return m_delegate.state().synced();
+}
 
 QString AppDBusService::Lyric()
 {

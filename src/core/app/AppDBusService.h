@@ -29,6 +29,7 @@ class AppDBusService : public QDBusAbstractAdaptor {
     Q_PROPERTY(int Mode READ mode)
     Q_PROPERTY(bool LyricWindowVisible READ lyricWindowVisible)
     Q_PROPERTY(QString PluginInfo READ pluginInfo)
+    Q_PROPERTY(bool Synced READ synced)
 
 public:
     static constexpr char kServiceName[] = "com.morvane.Versewick";
@@ -59,6 +60,7 @@ public:
     int mode() const;
     bool lyricWindowVisible() const;
     QString pluginInfo() const;
+    bool synced() const;
 
 public Q_SLOTS:
     QString Lyric();
