@@ -60,6 +60,17 @@ std::optional<QList<Record>> parseAnswer(const QByteArray& json)
 
 QString matchKey(const QString& text)
 {
+    // Plain ASCII (most names) decomposes to itself and folds to lower case: no normalisation.
+    const bool ascii =
+        std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; });
+    if (ascii) {
+        QString lower = QStringView(text).trimmed().toString();
+        for (QChar& c : lower) {
+            if (c >= u'A' && c <= u'Z')
+                c = QChar(c.unicode() + (u'a' - u'A'));
+        }
+        return lower;
+    }
     const QString decomposed = text.normalized(QString::NormalizationForm_KD);
     QString key;
     key.reserve(decomposed.size());

@@ -3,6 +3,7 @@
 #include "LrclibAnswer.h"
 
 #include <cmath>
+#include <utility>
 
 namespace lrclib {
 namespace {
@@ -18,25 +19,18 @@ const QString kSuffixMarkers[] = {QStringLiteral(" - "),        QStringLiteral("
                                   QStringLiteral(" feat "),     QStringLiteral(" ft. "),
                                   QStringLiteral(" featuring ")};
 
-// Separators between artists of one credit.
-const QString kArtistSeparators[] = {
-    QStringLiteral(","),      QStringLiteral("&"),      QStringLiteral("/"),
-    QStringLiteral(";"),      QStringLiteral("\u3001"), QStringLiteral(" x "),
-    QStringLiteral(" and "),  QStringLiteral(" with "), QStringLiteral(" feat. "),
-    QStringLiteral(" feat "), QStringLiteral(" ft. "),  QStringLiteral(" featuring "),
-    QStringLiteral(" vs. "),  QStringLiteral(" vs ")};
-
-QString withoutSuffix(QString s)
+// Works on a shrinking view: a title of many bracketed groups costs linear time, not quadratic.
+QString withoutSuffix(const QString& text)
 {
+    QStringView s = QStringView(text).trimmed();
     for (bool again = true; again;) {
         again = false;
-        s = s.trimmed();
         for (const auto& [close, open] : kBrackets) {
             if (!s.endsWith(QChar(close)))
                 continue;
             const qsizetype at = s.lastIndexOf(QChar(open));
             if (at > 0) {
-                s.truncate(at);
+                s = s.first(at).trimmed();
                 again = true;
             }
             break;
@@ -45,27 +39,56 @@ QString withoutSuffix(QString s)
     for (const QString& marker : kSuffixMarkers) {
         const qsizetype at = s.indexOf(marker);
         if (at > 0)
-            s.truncate(at);
+            s = s.first(at);
     }
-    return s;
+    return s.toString();
 }
 
-QString lettersAndDigits(const QString& s)
+bool isLetterOrDigit(QChar c)
 {
-    QString kept;
-    kept.reserve(s.size());
+    const char16_t u = c.unicode();
+    if (u < 0x80)
+        return (u >= u'a' && u <= u'z') || (u >= u'A' && u <= u'Z') || (u >= u'0' && u <= u'9');
+    return c.isLetterOrNumber();
+}
+
+// Written into a buffer of the final bound: scoring runs over every candidate of an answer.
+QString lettersAndDigits(QStringView s)
+{
+    QString kept(s.size(), Qt::Uninitialized);
+    QChar* out = kept.data();
     for (const QChar c : s) {
-        if (c.isLetterOrNumber())
-            kept += c;
+        if (isLetterOrDigit(c))
+            *out++ = c;
     }
+    kept.truncate(out - kept.constData());
     return kept;
+}
+
+// Words that join artists of one credit ("A feat. B", "A x B").
+bool isJoiningWord(QStringView word)
+{
+    static const QString kWords[] = {QStringLiteral("x"),    QStringLiteral("and"),
+                                     QStringLiteral("with"), QStringLiteral("feat."),
+                                     QStringLiteral("feat"), QStringLiteral("ft."),
+                                     QStringLiteral("ft"),   QStringLiteral("featuring"),
+                                     QStringLiteral("vs."),  QStringLiteral("vs")};
+    for (const QString& w : kWords) {
+        if (word == w)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
 
 QString foldName(const QString& text, bool stripSuffix)
 {
-    const QString key = matchKey(text);
+    return foldKey(matchKey(text), stripSuffix);
+}
+
+QString foldKey(const QString& key, bool stripSuffix)
+{
     if (stripSuffix) {
         const QString stripped = lettersAndDigits(withoutSuffix(key));
         if (!stripped.isEmpty())
@@ -77,15 +100,30 @@ QString foldName(const QString& text, bool stripSuffix)
 
 QStringList foldArtists(const QString& credit)
 {
-    QString s = QLatin1Char(' ') + matchKey(credit) + QLatin1Char(' ');
-    for (const QString& separator : kArtistSeparators)
-        s.replace(separator, QStringLiteral("\x1f"));
+    // One pass: a separator sign or a joining word ends an artist; other words are folded in.
+    const QString key = matchKey(credit);
     QStringList artists;
-    for (const QString& part : s.split(QChar(0x1f), Qt::SkipEmptyParts)) {
-        const QString folded = lettersAndDigits(part);
-        if (!folded.isEmpty())
-            artists.append(folded);
+    QString current;
+    auto endArtist = [&] {
+        if (!current.isEmpty())
+            artists.append(std::exchange(current, QString()));
+    };
+    qsizetype wordStart = 0;
+    for (qsizetype i = 0; i <= key.size(); ++i) {
+        const QChar c = i < key.size() ? key.at(i) : QChar(u' ');
+        const bool sign = c == u',' || c == u'&' || c == u'/' || c == u';' || c == u'\u3001';
+        if (!sign && !c.isSpace())
+            continue;
+        const QStringView word = QStringView(key).sliced(wordStart, i - wordStart);
+        if (isJoiningWord(word))
+            endArtist();
+        else
+            current += lettersAndDigits(word);
+        if (sign)
+            endArtist();
+        wordStart = i + 1;
     }
+    endArtist();
     return artists;
 }
 
@@ -112,8 +150,9 @@ Score scoreRecord(const Wanted& wanted, const Record& record)
         const bool theirLeadIn = !artists.isEmpty() && wanted.artists.contains(artists.first());
         artistPoints = leadIn || theirLeadIn ? 1 : 0;
     }
-    const bool titleMatches = foldName(record.trackName, true) == wanted.title;
-    const bool titleExact = foldName(record.trackName, false) == wanted.exactTitle;
+    const QString titleKey = matchKey(record.trackName);
+    const bool titleMatches = foldKey(titleKey, true) == wanted.title;
+    const bool titleExact = foldKey(titleKey, false) == wanted.exactTitle;
     bool durationOk = true;
     int durationPoints = 0;
     if (wanted.duration > 0 && record.duration > 0) {

@@ -14,6 +14,8 @@ struct Record;
 // The folded form of a name; with the suffix dropped when stripSuffix. A name that is nothing
 // but punctuation keeps it, so "?" still differs from "!".
 QString foldName(const QString& text, bool stripSuffix);
+// The same from a name already through matchKey().
+QString foldKey(const QString& key, bool stripSuffix);
 // The folded artists of a credit: "A feat. B & C" gives {"a", "b", "c"}, the lead first.
 QStringList foldArtists(const QString& credit);
 
