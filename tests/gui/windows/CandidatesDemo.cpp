@@ -11,16 +11,14 @@
 
 namespace {
 
-const QByteArray kAnswer = R"([
+const QByteArray kAnswer = R"json([
  {"id":1,"trackName":"Let It Be - Live","artistName":"The Beatles","duration":272,"syncedLyrics":"[00:01]x"},
  {"id":2,"trackName":"Let It Be","artistName":"Beatles Tribute Band","duration":243,"syncedLyrics":"[00:01]x"},
- {"id":3,"trackName":"Let It Be (Remastered 2009)",
-                 "artistName" : "The Beatles", "duration" : 243.4, "syncedLyrics" : "[00:01]x"
-},
+ {"id":3,"trackName":"Let It Be (Remastered 2009)","artistName":"The Beatles","duration":243.4,"syncedLyrics":"[00:01]x"},
  {"id":4,"trackName":"Let It Be","artistName":"The Beatles","duration":243,"plainLyrics":"When I find myself"},
  {"id":5,"trackName":"Let It Be [Naked]","artistName":"The Beatles","duration":234,"syncedLyrics":"[00:01]x"},
  {"id":6,"trackName":"Let It Be (feat. Billy Preston)","artistName":"The Beatles","duration":3605,"syncedLyrics":"[00:01]x"}
-])";
+])json";
 
 // Answers every search with the canned answer, ranked as the plug-in ranks a search by hand
 // (which gives no duration).
