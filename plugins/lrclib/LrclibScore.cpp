@@ -80,6 +80,19 @@ bool isJoiningWord(QStringView word)
     return false;
 }
 
+// Versions sung to other timing: a live take, a remix... A remaster keeps the timing.
+bool namesOtherTiming(const QString& candidate, const QString& wanted)
+{
+    static const QString kWords[] = {QStringLiteral("live"),     QStringLiteral("remix"),
+                                     QStringLiteral("acoustic"), QStringLiteral("karaoke"),
+                                     QStringLiteral("demo"),     QStringLiteral("spedup")};
+    for (const QString& word : kWords) {
+        if (candidate.count(word) > wanted.count(word))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 QString foldName(const QString& text, bool stripSuffix)
@@ -152,7 +165,8 @@ Score scoreRecord(const Wanted& wanted, const Record& record)
     }
     const QString titleKey = matchKey(record.trackName);
     const bool titleMatches = foldKey(titleKey, true) == wanted.title;
-    const bool titleExact = foldKey(titleKey, false) == wanted.exactTitle;
+    const QString exactTitle = foldKey(titleKey, false);
+    const bool titleExact = exactTitle == wanted.exactTitle;
     bool durationOk = true;
     int durationPoints = 0;
     if (wanted.duration > 0 && record.duration > 0) {
@@ -163,7 +177,8 @@ Score scoreRecord(const Wanted& wanted, const Record& record)
         durationOk = score.durationGap <= kAcceptableSeconds;
     }
     score.acceptable = titleMatches && artistPoints > 0 && durationOk;
-    score.points = durationPoints + artistPoints + (titleMatches ? 2 : 0) + (titleExact ? 1 : 0);
+    score.points = durationPoints + artistPoints + (titleMatches ? 2 : 0) + (titleExact ? 1 : 0) -
+                   (titleMatches && !titleExact && namesOtherTiming(exactTitle, wanted.exactTitle));
     return score;
 }
 
