@@ -19,6 +19,10 @@
         <translation>暂无歌词</translation>
     </message>
     <message>
+        <source>unsynced lyric</source>
+        <translation>未同步的歌词</translation>
+    </message>
+    <message>
         <source>No Music Source</source>
         <translation>无音乐来源</translation>
     </message>
@@ -203,6 +207,18 @@
 </context>
 <context>
     <name>LyricSearchWC</name>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Synced</source>
+        <translation>已同步</translation>
+    </message>
+    <message>
+        <source>This lyric has no timing.</source>
+        <translation>这份歌词没有时间标签。</translation>
+    </message>
     <message>
         <source>Search Lyrics</source>
         <translation>搜索歌词</translation>

@@ -60,6 +60,17 @@ std::optional<QList<Record>> parseAnswer(const QByteArray& json)
 
 QString matchKey(const QString& text)
 {
+    // Plain ASCII (most names) decomposes to itself and folds to lower case: no normalisation.
+    const bool ascii =
+        std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; });
+    if (ascii) {
+        QString lower = QStringView(text).trimmed().toString();
+        for (QChar& c : lower) {
+            if (c >= u'A' && c <= u'Z')
+                c = QChar(c.unicode() + (u'a' - u'A'));
+        }
+        return lower;
+    }
     const QString decomposed = text.normalized(QString::NormalizationForm_KD);
     QString key;
     key.reserve(decomposed.size());
@@ -73,39 +84,43 @@ QString matchKey(const QString& text)
     return key.toUpper().toCaseFolded().trimmed();
 }
 
-QList<Record> rankRecords(const QList<Record>& records, const QString& artist, const QString& title,
+QList<Ranked> rankRecords(const QList<Record>& records, const QString& artist, const QString& title,
                           double duration)
 {
-    const QString artistKey = matchKey(artist);
-    const QString titleKey = matchKey(title);
-    // Lower rank first: 0 exact and close, 1 exact, 2 close, 3 neither.
-    auto rank = [&](const Record& r) {
-        const bool exact = matchKey(r.artistName) == artistKey && matchKey(r.trackName) == titleKey;
-        const bool close = duration > 0 && std::fabs(r.duration - duration) <= 2.0;
-        return (exact ? 0 : 2) + (close ? 0 : 1);
-    };
-    QList<std::pair<int, Record>> kept;
+    const Wanted wanted(artist, title, duration);
+    QList<Ranked> kept;
+    kept.reserve(records.size());
     for (const Record& record : records) {
-        if (!record.syncedLyrics.trimmed().isEmpty())
-            kept.append({rank(record), record});
+        if (!record.syncedLyrics.trimmed().isEmpty() || !record.plainLyrics.trimmed().isEmpty())
+            kept.append({record, scoreRecord(wanted, record)});
     }
     std::stable_sort(kept.begin(), kept.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    QList<Record> ordered;
-    ordered.reserve(kept.size());
-    for (const auto& entry : kept)
-        ordered.append(entry.second);
-    return ordered;
+                     [](const Ranked& a, const Ranked& b) { return better(a.score, b.score); });
+    return kept;
 }
 
-QVariantMap itemFromRecord(const Record& record)
+QVariantMap itemFromRecord(const Record& record, const Score& score)
 {
-    return {{QStringLiteral("artist"), record.artistName},
-            {QStringLiteral("title"), record.trackName},
-            {QStringLiteral("album"), record.albumName},
-            {QStringLiteral("duration"), record.duration},
-            {QStringLiteral("id"), record.id},
-            {QStringLiteral("syncedLyrics"), record.syncedLyrics}};
+    QVariantMap item{{QStringLiteral("artist"), record.artistName},
+                     {QStringLiteral("title"), record.trackName},
+                     {QStringLiteral("album"), record.albumName},
+                     {QStringLiteral("duration"), record.duration},
+                     {QStringLiteral("id"), record.id},
+                     {QStringLiteral("syncedLyrics"), record.syncedLyrics},
+                     {QStringLiteral("synced"), score.synced},
+                     {QStringLiteral("match"), score.acceptable}};
+    if (!score.synced)
+        item.insert(QStringLiteral("plainLyrics"), record.plainLyrics);
+    return item;
+}
+
+QVariantList itemsFromRecords(const QList<Record>& records, const QString& artist,
+                              const QString& title, double duration)
+{
+    QVariantList items;
+    for (const Ranked& ranked : rankRecords(records, artist, title, duration))
+        items.append(itemFromRecord(ranked.record, ranked.score));
+    return items;
 }
 
 std::optional<QVariantList> resultItems(const QByteArray& json, const QString& artist,
@@ -114,10 +129,7 @@ std::optional<QVariantList> resultItems(const QByteArray& json, const QString& a
     const auto records = parseAnswer(json);
     if (!records)
         return std::nullopt;
-    QVariantList items;
-    for (const Record& record : rankRecords(*records, artist, title, duration))
-        items.append(itemFromRecord(record));
-    return items;
+    return itemsFromRecords(*records, artist, title, duration);
 }
 
 } // namespace lrclib

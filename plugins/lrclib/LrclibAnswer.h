@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LrclibScore.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -34,15 +36,25 @@ std::optional<QList<Record>> parseAnswer(const QByteArray& json);
 // removed, full case folding ("ß" matches "ss"), blanks trimmed.
 QString matchKey(const QString& text);
 
-// Drops the records without synced lyrics (absent or blank) and orders the rest: an exact
-// artist and title first, then, when the duration is known (> 0), a duration within 2 s;
-// otherwise the answer's order is kept.
-QList<Record> rankRecords(const QList<Record>& records, const QString& artist, const QString& title,
+struct Ranked {
+    Record record;
+    Score score;
+};
+
+// Drops the records without any text (synced or plain) and orders the rest best first (see
+// LrclibScore.h); equals keep the answer's order.
+QList<Ranked> rankRecords(const QList<Record>& records, const QString& artist, const QString& title,
                           double duration);
 
 // The result item handed to the application: "artist", "title", and our own "album",
-// "duration", "id" and "syncedLyrics" (the item's text).
-QVariantMap itemFromRecord(const Record& record);
+// "duration", "id", "syncedLyrics" (the item's text), "synced" (false: no synced text),
+// "match" (false: names or duration do not fit the song) and, for an unsynced one,
+// "plainLyrics".
+QVariantMap itemFromRecord(const Record& record, const Score& score);
+
+// The ranked items of these records.
+QVariantList itemsFromRecords(const QList<Record>& records, const QString& artist,
+                              const QString& title, double duration);
 
 // The bytes of an answer to the items the plug-in reports; nullopt when malformed.
 std::optional<QVariantList> resultItems(const QByteArray& json, const QString& artist,

@@ -5,6 +5,7 @@
 
 #include <QSettings>
 
+#include <algorithm>
 #include <cmath>
 
 LrclibFetcher::LrclibFetcher(QObject* parent)
@@ -61,23 +62,53 @@ void LrclibFetcher::lyricsListForArtist(const QString& artist, const QString& so
                                         const QString& album, double duration)
 {
     const QUrl url = requestUrl(baseUrl(), artist, song, album, duration);
-    m_http.get(url, [this, artist, song, duration](const PluginHttpGet::Outcome& outcome) {
-        if (!outcome.answered) {
-            lrcfetcher::sendListFetchFailed(m_delegate, outcome.error);
-            return;
-        }
-        if (outcome.status != 200) {
-            lrcfetcher::sendListFetchFailed(
+    const bool exact = url.path().endsWith(QLatin1String("/api/get"));
+    m_http.get(url, [this, artist, song, duration, exact](const PluginHttpGet::Outcome& outcome) {
+        const Query query{artist, song, duration};
+        if (!outcome.answered)
+            return lrcfetcher::sendListFetchFailed(m_delegate, outcome.error);
+        if (exact && outcome.status == 404)
+            return search(query, {}); // not under that album and duration: any version
+        if (outcome.status != 200)
+            return lrcfetcher::sendListFetchFailed(
                 m_delegate, QStringLiteral("LRCLIB answered status %1").arg(outcome.status));
-            return;
-        }
-        const auto items = lrclib::resultItems(outcome.body, artist, song, duration);
-        if (!items)
-            lrcfetcher::sendListFetchFailed(m_delegate,
-                                            QStringLiteral("LRCLIB's answer is not valid JSON"));
-        else
-            lrcfetcher::sendListFetched(m_delegate, *items);
+        const auto records = lrclib::parseAnswer(outcome.body);
+        if (!records)
+            return lrcfetcher::sendListFetchFailed(
+                m_delegate, QStringLiteral("LRCLIB's answer is not valid JSON"));
+        const bool anySynced = std::any_of(records->begin(), records->end(), [](const auto& r) {
+            return !r.syncedLyrics.trimmed().isEmpty();
+        });
+        // The exact track without timing: another version may have it.
+        if (exact && !anySynced)
+            return search(query, *records);
+        answer(query, *records);
     });
+}
+
+void LrclibFetcher::search(const Query& query, const QList<lrclib::Record>& found)
+{
+    const QUrl url = requestUrl(baseUrl(), query.artist, query.song, QString(), 0);
+    m_http.get(url, [this, query, found](const PluginHttpGet::Outcome& outcome) {
+        const auto records = outcome.answered && outcome.status == 200
+                                 ? lrclib::parseAnswer(outcome.body)
+                                 : std::nullopt;
+        if (records)
+            return answer(query, found + *records);
+        if (!found.isEmpty())
+            return answer(query, found); // the search failed, the plain text stands
+        lrcfetcher::sendListFetchFailed(
+            m_delegate, !outcome.answered ? outcome.error
+                        : outcome.status != 200
+                            ? QStringLiteral("LRCLIB answered status %1").arg(outcome.status)
+                            : QStringLiteral("LRCLIB's answer is not valid JSON"));
+    });
+}
+
+void LrclibFetcher::answer(const Query& query, const QList<lrclib::Record>& records)
+{
+    lrcfetcher::sendListFetched(
+        m_delegate, lrclib::itemsFromRecords(records, query.artist, query.song, query.duration));
 }
 
 void LrclibFetcher::lyricsContents(const QVariant& item)

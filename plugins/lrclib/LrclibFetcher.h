@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LrclibAnswer.h"
 #include "PluginHttpGet.h"
 
 #include <QObject>
@@ -31,11 +32,20 @@ public:
 
     // The base address from the application's settings file, or the default.
     static QUrl baseUrl();
-    // /api/get when album and duration are known, else /api/search.
+    // /api/get when album and duration are known, else /api/search. A 404 from /api/get, or a
+    // track there without synced lyrics, is followed by /api/search.
     static QUrl requestUrl(const QUrl& base, const QString& artist, const QString& song,
                            const QString& album, double duration);
 
 private:
+    struct Query {
+        QString artist, song;
+        double duration = 0;
+    };
+    // /api/search; its records are ranked together with those already found.
+    void search(const Query& query, const QList<lrclib::Record>& found);
+    void answer(const Query& query, const QList<lrclib::Record>& records);
+
     QPointer<QObject> m_delegate;
     PluginHttpGet m_http;
 };

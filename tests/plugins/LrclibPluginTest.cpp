@@ -85,7 +85,7 @@ class LrclibQuery : public Lrclib, public ::testing::WithParamInterface<Query> {
 TEST_P(LrclibQuery, AsksTheRightEndPointWithEveryValueIntact)
 {
     const Query& q = GetParam();
-    server->route(q.path, RawHttpServer::status(200, "[]"));
+    server->route(q.path, RawHttpServer::status(200, track(1, "A", "T", 1, "[00:01]x")));
     search(QString::fromUtf8(q.artist), QString::fromUtf8(q.song), QString::fromUtf8(q.album),
            q.duration);
     EXPECT_EQ(recorder.next().what, "list");
@@ -143,7 +143,8 @@ struct Answer {
     const char* label;
     const char* path;
     RawHttpServer::Handler handler;
-    double duration; // of the query; an album is given when asking /api/get
+    RawHttpServer::Handler searchHandler; // /api/search after /api/get
+    double duration;                      // of the query; an album is given when asking /api/get
     const char* what;
     QStringList titles; // of the items, in order
 };
@@ -154,6 +155,8 @@ TEST_P(LrclibAnswer, ReportsWhatTheServiceAnswered)
 {
     const Answer& a = GetParam();
     server->route(a.path, a.handler);
+    if (a.searchHandler)
+        server->route("/api/search", a.searchHandler);
     search("Sigur Rós", "Hoppípolla", a.path == QByteArray("/api/get") ? "Takk..." : "",
            a.duration);
     EXPECT_TRUE(recorder.answers.isEmpty()) << "answers come from the event loop";
@@ -171,31 +174,79 @@ const QByteArray kSearchAnswer = "[" + track(8, "Nobody", "Remix", 100, "[00:01.
                                  "," + track(5, "Sigur Rós", "Hoppípolla", 268, nullptr) + "," +
                                  track(6, "Sigur Rós", "Hoppípolla", 268, "  ") + ",7]";
 
+const QByteArray kNotFound =
+    R"({"code":404,"name":"TrackNotFound","message":"Failed to find specified track"})";
+
 INSTANTIATE_TEST_SUITE_P(
     Answers, LrclibAnswer,
     ::testing::Values(
-        Answer{"GetHit", "/api/get",
+        Answer{"GetHit",
+               "/api/get",
                RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, "[00:01]a")),
-               268, "list", QStringList{"Hoppípolla"}},
-        Answer{"GetHitWithoutSyncedLyrics", "/api/get",
-               RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, nullptr)), 268,
-               "list", QStringList{}},
-        Answer{"SearchOrderedAndDropped", "/api/search", RawHttpServer::status(200, kSearchAnswer),
-               268, "list",
-               QStringList{"hoppipolla", "Hoppípolla", "Hoppipolla (live)", "Hoppipolla", "Remix"}},
-        Answer{"NotFound", "/api/get",
-               RawHttpServer::status(404, R"({"code":404,"name":"TrackNotFound",)"
-                                          R"("message":"Failed to find specified track"})"),
-               268, "listFailed", QStringList{}},
-        Answer{"ServerError", "/api/search", RawHttpServer::status(500, "[]"), 0, "listFailed",
+               {},
+               268,
+               "list",
+               QStringList{"Hoppípolla"}},
+        Answer{
+            "GetPlainOnlyThenSearchFindsSynced", "/api/get",
+            RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, nullptr)),
+            RawHttpServer::status(
+                200, "[" + track(3, "Sigur Rós", "Hoppípolla (Remastered)", 269, "[00:01]r") + "]"),
+            268, "list", QStringList{"Hoppípolla (Remastered)", "Hoppípolla"}},
+        Answer{"GetPlainOnlySearchFails", "/api/get",
+               RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, nullptr)),
+               RawHttpServer::status(500), 268, "list", QStringList{"Hoppípolla"}},
+        Answer{"NotFoundThenSearch", "/api/get", RawHttpServer::status(404, kNotFound),
+               RawHttpServer::status(
+                   200, "[" + track(4, "Sigur Ros", "Hoppipolla - Live", 275, "[00:01]live") + "," +
+                            track(5, "Sigur Rós", "Hoppípolla", 268.4, nullptr) + "]"),
+               268, "list", QStringList{"Hoppipolla - Live", "Hoppípolla"}},
+        Answer{"NotFoundAnywhere", "/api/get", RawHttpServer::status(404, kNotFound),
+               RawHttpServer::status(200, "[]"), 268, "list", QStringList{}},
+        Answer{"NotFoundSearchFails", "/api/get", RawHttpServer::status(404, kNotFound),
+               RawHttpServer::status(503), 268, "listFailed", QStringList{}},
+        Answer{"SearchOrderedAndDropped",
+               "/api/search",
+               RawHttpServer::status(200, kSearchAnswer),
+               {},
+               268,
+               "list",
+               QStringList{"hoppipolla", "Hoppipolla (live)", "Hoppípolla", "Hoppípolla",
+                           "Hoppipolla", "Hoppípolla", "Remix"}},
+        Answer{"ServerError",
+               "/api/search",
+               RawHttpServer::status(500, "[]"),
+               {},
+               0,
+               "listFailed",
                QStringList{}},
-        Answer{"MalformedJson", "/api/search", RawHttpServer::status(200, "[{\"id\":1,"), 0,
-               "listFailed", QStringList{}},
-        Answer{"JsonOfTheWrongShape", "/api/search", RawHttpServer::status(200, "\"text\""), 0,
-               "listFailed", QStringList{}},
-        Answer{"HugeJson", "/api/search", RawHttpServer::huge(64 * 1024 * 1024), 0, "listFailed",
+        Answer{"MalformedJson",
+               "/api/search",
+               RawHttpServer::status(200, "[{\"id\":1,"),
+               {},
+               0,
+               "listFailed",
                QStringList{}},
-        Answer{"NeverAnswers", "/api/search", RawHttpServer::silent(), 0, "listFailed",
+        Answer{"JsonOfTheWrongShape",
+               "/api/search",
+               RawHttpServer::status(200, "\"text\""),
+               {},
+               0,
+               "listFailed",
+               QStringList{}},
+        Answer{"HugeJson",
+               "/api/search",
+               RawHttpServer::huge(64 * 1024 * 1024),
+               {},
+               0,
+               "listFailed",
+               QStringList{}},
+        Answer{"NeverAnswers",
+               "/api/search",
+               RawHttpServer::silent(),
+               {},
+               0,
+               "listFailed",
                QStringList{}}),
     [](const auto& info) { return std::string(info.param.label); });
 
@@ -203,8 +254,10 @@ TEST_F(Lrclib, TheDurationOrdersSearchResultsOnlyWhenKnown)
 {
     server->route("/api/search", RawHttpServer::status(200, kSearchAnswer));
     search("Sigur Rós", "Hoppípolla");
-    EXPECT_EQ(titlesOf(recorder.next().items), (QStringList{"Hoppípolla", "hoppipolla", "Remix",
-                                                            "Hoppipolla (live)", "Hoppipolla"}));
+    // Without a duration the far one fits, and the exact title leads the live version.
+    EXPECT_EQ(titlesOf(recorder.next().items),
+              (QStringList{"Hoppípolla", "hoppipolla", "Hoppipolla (live)", "Hoppípolla",
+                           "Hoppípolla", "Hoppipolla", "Remix"}));
 }
 
 TEST_F(Lrclib, AnItemsTextIsItsSyncedLyricsHandedOverFromTheEventLoop)
@@ -221,6 +274,16 @@ TEST_F(Lrclib, AnItemsTextIsItsSyncedLyricsHandedOverFromTheEventLoop)
     EXPECT_EQ(content.what, "content");
     EXPECT_EQ(content.text, "[00:01.00]exact");
     EXPECT_EQ(content.item, items.first());
+
+    // An unsynced item carries its plain text and has no synced text to download.
+    const QVariantMap plain = items.at(2).toMap();
+    EXPECT_EQ(plain.value("synced"), false);
+    EXPECT_EQ(plain.value("match"), true);
+    EXPECT_EQ(plain.value("plainLyrics"), "words");
+    EXPECT_EQ(items.first().toMap().value("synced"), true);
+    EXPECT_EQ(items.last().toMap().value("match"), false) << "another artist's remix";
+    QMetaObject::invokeMethod(fetcher.fetcher.get(), "lyricsContents", Q_ARG(QVariant, plain));
+    EXPECT_EQ(recorder.next().what, "contentFailed");
 
     const QVariant foreign = QVariantMap{{"artist", "A"}, {"title", "T"}};
     QMetaObject::invokeMethod(fetcher.fetcher.get(), "lyricsContents", Q_ARG(QVariant, foreign));

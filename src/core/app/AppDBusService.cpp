@@ -132,6 +132,10 @@ QString AppDBusService::pluginInfo() const
 {
     return m_delegate.state().pluginInfo();
 }
+bool AppDBusService::synced() const
+{
+    return m_delegate.state().synced();
+}
 
 double AppDBusService::offset() const
 {

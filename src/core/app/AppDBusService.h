@@ -34,6 +34,7 @@ class AppDBusService : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString SecondaryLine READ secondaryLine)
     Q_PROPERTY(double Offset READ offset)
     Q_PROPERTY(double LineProgress READ lineProgress)
+    Q_PROPERTY(bool Synced READ synced)
 
 public:
     static constexpr char kServiceName[] = "com.morvane.Versewick";
@@ -67,6 +68,7 @@ public:
     QString secondaryLine() const;
     double offset() const;
     double lineProgress() const;
+    bool synced() const;
 
 public Q_SLOTS:
     QString Lyric();

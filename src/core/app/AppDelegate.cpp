@@ -294,6 +294,11 @@ void AppDelegate::lrcFetched(Lyric& lyric, int source)
 {
     m_acquisition->lrcFetched(lyric, source);
 }
+QString AppDelegate::plainLyricText() const
+{
+    return m_acquisition ? m_acquisition->plainText() : QString();
+}
+
 void AppDelegate::forceWriteLyric(Lyric& lyric)
 {
     m_acquisition->forceWriteLyric(lyric);

@@ -116,6 +116,8 @@ public:
     LyricControl* lyricControl() const { return lrcControl.get(); }
     Lyric* lyric() const { return m_shown.parser.get(); }
     bool lrcAvailable() const { return m_shown.available; }
+    // The installed lyric's text when it is unsynced (state().synced() false), else null.
+    QString plainLyricText() const;
     bool isLrcWindowVisible() const;
     qint64 curDBid() const;
     bool timerRunning() const;

@@ -49,6 +49,7 @@ public:
     QString secondaryLine() const { return m_secondaryLine; }
     // The installed lyric's offset in seconds; 0 without a lyric.
     double offset() const { return m_offset; }
+    bool synced() const { return m_synced; }
 
     void setSourceKind(int v) { assign(m_sourceKind, v, "SourceKind"); }
     void setSourceName(const QString& v) { assign(m_sourceName, v, "SourceName"); }
@@ -84,6 +85,7 @@ public:
         assign(m_secondaryLine, v.isNull() ? QStringLiteral("") : v, "SecondaryLine");
     }
     void setOffset(double v) { assign(m_offset, v, "Offset"); }
+    void setSynced(bool v) { assign(m_synced, v, "Synced"); }
 
 Q_SIGNALS:
     // A published value changed; name is its D-Bus property name.
@@ -127,4 +129,5 @@ private:
     QString m_secondaryLine = QStringLiteral("");
     double m_offset = 0.0;
     KaraokeLine m_litLine;
+    bool m_synced = true;
 };

@@ -15,6 +15,7 @@ inline QString tr(const char* key)
 
 inline constexpr char kFetching[] = QT_TRANSLATE_NOOP("AppDelegate", "fetching lyrics...");
 inline constexpr char kNotAvailable[] = QT_TRANSLATE_NOOP("AppDelegate", "lyric is not available");
+inline constexpr char kUnsynced[] = QT_TRANSLATE_NOOP("AppDelegate", "unsynced lyric");
 inline constexpr char kNoMusicSource[] = QT_TRANSLATE_NOOP("AppDelegate", "No Music Source");
 // Shown whatever the player: the message has always named iTunes.
 inline constexpr char kITunesNotRunning[] =

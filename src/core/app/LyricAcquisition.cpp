@@ -3,6 +3,7 @@
 #include "core/app/AppState.h"
 #include "core/app/AppTexts.h"
 #include "core/app/DesktopPort.h"
+#include "core/app/PlainLyric.h"
 #include "core/app/PlayerSource.h"
 #include "core/app/PluginHost.h"
 #include "core/app/SearchWindowPort.h"
@@ -26,6 +27,11 @@ LyricAcquisition::LyricAcquisition(Settings& settings, ServiceAddresses& address
     , m_plugin(plugin)
     , m_context(std::move(context))
 {
+    // Without a lyric there is nothing unsynced.
+    connect(&m_state, &AppState::changed, this, [this](const QString& name, const QVariant& v) {
+        if (name == QLatin1String("LyricLoaded") && !v.toBool())
+            m_state.setSynced(true);
+    });
 }
 
 LyricAcquisition::~LyricAcquisition()
@@ -45,8 +51,10 @@ void LyricAcquisition::installStored(std::unique_ptr<Lyric> lyric, int source)
     lrcFetched(*m_shown.parser, source);
 }
 
-void LyricAcquisition::installed(int origin)
+void LyricAcquisition::installed(int origin, bool synced)
 {
+    m_state.setSynced(synced);
+    m_plainShown = !synced;
     m_shown.available = true;
     Q_EMIT statusChanged({});
     m_state.showLyric(m_shown.parser.get());
@@ -74,8 +82,31 @@ void LyricAcquisition::listFetched(const QVariantList& items)
         notAvailable();
         return;
     }
-    // The first result, always: the plug-in orders them.
-    m_plugin.download(items.first());
+    // The first result: the plug-in orders them. One that does not fit the song is not taken;
+    // an unsynced one is shown as it came, without a download.
+    const auto pick = plainlyric::pickCandidate(items);
+    if (!pick || pick->plain)
+        m_plugin.listSettled();
+    if (!pick)
+        notAvailable();
+    else if (pick->plain)
+        installPlain(pick->plainText);
+    else
+        m_plugin.download(pick->item);
+}
+
+// Shown unlit and marked unsynced; never saved nor shared, so it cannot pass for a synced one.
+void LyricAcquisition::installPlain(const QString& text)
+{
+    m_shown.parser = plainlyric::lyricFromPlainText(text);
+    installed(AppState::Plugin, false);
+    Q_EMIT statusChanged(apptext::tr(apptext::kUnsynced));
+}
+
+QString LyricAcquisition::plainText() const
+{
+    return m_plainShown && !m_state.synced() && m_shown.parser ? m_shown.parser->contents()
+                                                               : QString();
 }
 
 // An online lyric re-parses the document in place.
@@ -124,7 +155,7 @@ void LyricAcquisition::forceWriteLyric(Lyric& lyric)
 void LyricAcquisition::save(Lyric& lyric, int origin, bool toDisk, bool overwrite)
 {
     LyricControl* store = m_context.store ? m_context.store() : nullptr;
-    if (!m_player || !store)
+    if (!m_player || !store || (m_plainShown && &lyric == m_shown.parser.get()))
         return;
     if (toDisk) {
         if (const auto names = m_player->savedNames())
@@ -172,6 +203,8 @@ void LyricAcquisition::setupLRCcontent(const QString& text)
         m_shown.parser = std::make_unique<Lyric>();
     m_shown.parser->parseLRCcontent(text);
     m_shown.available = true;
+    m_state.setSynced(true);
+    m_plainShown = false;
     m_state.setLyricOrigin(AppState::ByHand);
     m_state.setLyricLoaded(true);
     Q_EMIT lyricInstalled(AppState::ByHand);

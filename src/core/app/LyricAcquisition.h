@@ -51,6 +51,10 @@ public:
     void forceWriteLyric(Lyric& lyric);
     void showSearchWindow();
     void setupLRCcontent(const QString& text);
+    // An unsynced lyric found online: shown unlit, Synced false, the status "unsynced lyric".
+    void installPlain(const QString& text);
+    // The installed lyric's text when it is unsynced, else null.
+    QString plainText() const;
 
     // The form the sharing service takes, each value escaped.
     static QString uploadBody(const QString& artist, const QString& content, const QString& title);
@@ -68,7 +72,7 @@ Q_SIGNALS:
     void statusChanged(const QString& status);
 
 private:
-    void installed(int origin);
+    void installed(int origin, bool synced = true);
     void upload(const QString& artist, const QString& content, const QString& title);
     void save(Lyric& lyric, int origin, bool toDisk, bool overwrite);
     // Writes to the lyrics folder; reports in the system log when the file did not land.
@@ -84,4 +88,5 @@ private:
     QPointer<PlayerSource> m_player;
     std::unique_ptr<SearchWindowPort> m_searchWC;
     std::unique_ptr<PLHttpClient> m_poster;
+    bool m_plainShown = false; // the document holds an unsynced text: never saved
 };

@@ -55,6 +55,8 @@ public:
     bool acceptListFailure();
     bool acceptContent(const QString& text);
     bool acceptContentFailure();
+    // The controller took an accepted list without downloading from it: the search is over.
+    void listSettled() { finished(); }
 
 public Q_SLOTS:
     // The song changed (this generation): answers for an earlier one are stale.

@@ -31,7 +31,9 @@ bool SyncControls::nudgeOffset(double delta)
 bool SyncControls::setOffset(double seconds)
 {
     Lyric* lyric = m_delegate.lyric();
-    if (!lyric || !m_delegate.lrcAvailable() || !offsetnudge::setOffset(*lyric, seconds))
+    // A plain lyric has no timing to move.
+    if (!lyric || !m_delegate.lrcAvailable() || !m_delegate.state().synced() ||
+        !offsetnudge::setOffset(*lyric, seconds))
         return false;
     m_delegate.state().setOffset(lyric->offsetTime());
     // The lit line follows at once rather than at the next tick.

@@ -1,6 +1,7 @@
 #include "gui/windows/LyricSearchWC.h"
 
 #include "core/app/LrcFetcherProtocol.h"
+#include "core/display/NotificationTrack.h"
 #include "core/http/BlockingGet.h"
 #include "core/online/LyricSearchDelegate.h"
 #include "core/online/QQFetchHelper.h"
@@ -20,6 +21,20 @@
 
 #include <memory>
 
+namespace {
+
+const QStringList kColumns{QStringLiteral("Title"), QStringLiteral("Artist"),
+                           QStringLiteral("Duration"), QStringLiteral("Synced")};
+const QString kSyncedMark = QStringLiteral("\u2713");
+
+// A plug-in's item is synced unless it says otherwise.
+bool isSynced(const QVariant& item)
+{
+    return item.toMap().value(QStringLiteral("synced"), true).toBool();
+}
+
+} // namespace
+
 LyricSearchWC::LyricSearchWC(QWidget* parent)
     : QWidget(parent, Qt::Window)
 {
@@ -37,8 +52,9 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     connect(m_textTitle, &QLineEdit::returnPressed, this, &LyricSearchWC::onSearch);
     connect(m_textArtist, &QLineEdit::returnPressed, this, &LyricSearchWC::onSearch);
 
-    m_tableView = new QTableWidget(0, 2, this);
-    m_tableView->setHorizontalHeaderLabels({tr("Title"), tr("Artist")});
+    m_tableView = new QTableWidget(0, kColumns.size(), this);
+    m_tableView->setHorizontalHeaderLabels(
+        {tr("Title"), tr("Artist"), tr("Duration"), tr("Synced")});
     m_tableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_tableView->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_tableView->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -46,6 +62,8 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     m_tableView->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_tableView->horizontalHeader()->setStretchLastSection(true);
     m_tableView->setColumnWidth(0, 260);
+    m_tableView->setColumnWidth(1, 160);
+    m_tableView->setColumnWidth(2, 70);
     connect(m_tableView, &QTableWidget::cellDoubleClicked, this,
             [this](int row, int) { onDoubleClick(row); });
     m_tableView->installEventFilter(this); // Return picks the current row
@@ -63,7 +81,7 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     layout->addLayout(buttons);
     layout->addWidget(m_tableView, 1);
     layout->addWidget(m_status);
-    resize(520, 420);
+    resize(640, 420);
     FrontWindow::addCloseKeys(this);
 }
 
@@ -146,6 +164,11 @@ void LyricSearchWC::onDoubleClick(int row)
         return;
     setBusy(true, tr("Downloading…"));
     const int generation = ++m_generation;
+    if (plugin && !isSynced(m_pluginItems.at(row))) {
+        // A plain text picked here would be saved as if it were synced.
+        setBusy(false, tr("This lyric has no timing."));
+        return;
+    }
     if (plugin) {
         QMetaObject::invokeMethod(m_fetcher, "lyricsContents",
                                   Q_ARG(QVariant, m_pluginItems.at(row)));
@@ -171,13 +194,24 @@ QString LyricSearchWC::objectValue(const QString& columnIdentifier, int row) con
                "rowIndex >= 0 && rowIndex < [lrcLists count]");
     if (row < 0 || row >= numberOfRowsInTableView())
         return {};
-    const bool title = columnIdentifier == QLatin1String("Title");
-    if (!title && columnIdentifier != QLatin1String("Artist"))
+    if (!kColumns.contains(columnIdentifier))
         return QStringLiteral("unexpected");
+    const bool title = columnIdentifier == QLatin1String("Title");
     if (!m_pluginItems.isEmpty()) {
         const QVariantMap item = m_pluginItems.at(row).toMap();
+        if (columnIdentifier == QLatin1String("Duration")) {
+            const double seconds = item.value(QStringLiteral("duration")).toDouble();
+            return seconds > 0 ? NotificationTrack::durationText(seconds) : QString();
+        }
+        if (columnIdentifier == QLatin1String("Synced"))
+            return isSynced(item) ? kSyncedMark : QString();
         return item.value(title ? QStringLiteral("title") : QStringLiteral("artist")).toString();
     }
+    // The lyric server's files are LRC; it tells no duration.
+    if (columnIdentifier == QLatin1String("Duration"))
+        return {};
+    if (columnIdentifier == QLatin1String("Synced"))
+        return kSyncedMark;
     return title ? m_lrcLists.at(row).title() : m_lrcLists.at(row).artist();
 }
 
@@ -238,10 +272,9 @@ void LyricSearchWC::reloadData()
     const int rows = numberOfRowsInTableView();
     m_tableView->setRowCount(rows);
     for (int row = 0; row < rows; ++row) {
-        m_tableView->setItem(row, 0,
-                             new QTableWidgetItem(objectValue(QStringLiteral("Title"), row)));
-        m_tableView->setItem(row, 1,
-                             new QTableWidgetItem(objectValue(QStringLiteral("Artist"), row)));
+        for (int column = 0; column < kColumns.size(); ++column)
+            m_tableView->setItem(row, column,
+                                 new QTableWidgetItem(objectValue(kColumns.at(column), row)));
     }
 }
 

@@ -18,10 +18,11 @@ class QPushButton;
 class QTableWidget;
 
 // The search-by-hand window: artist and title fields, a search button and the results
-// ("Title", "Artist"). A double-clicked result (or Return on the current one) is downloaded and
-// handed to the delegate's setupLRCcontent, then the window closes. Network work runs off the
-// main thread: the window stays responsive, with the button disabled and a status line while a
-// request runs.
+// ("Title", "Artist", "Duration" as "m:ss", "Synced" marked "\u2713"), in the order the service
+// gave them (the plug-in puts the best first). An unsynced result cannot be picked. A
+// double-clicked result (or Return on the current one) is downloaded and handed to the delegate's
+// setupLRCcontent, then the window closes. Network work runs off the main thread: the window stays
+// responsive, with the button disabled and a status line while a request runs.
 class LyricSearchWC : public QWidget {
     Q_OBJECT
 public:

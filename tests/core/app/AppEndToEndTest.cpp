@@ -188,6 +188,41 @@ TEST_F(EndToEnd, APluginLyricReplacesTheFileIsTaggedAndIsShared)
               QString::fromUtf8(kOnline));
 }
 
+TEST_F(EndToEnd, APlainLyricIsShownUnlitAndNeverSavedNorShared)
+{
+    settings->setIsSaveLRCtoDisk(true);
+    settings->setIsSaveLRCtoTrackTags(true);
+    answerList(R"([{"artist":"Ann","title":"Rain","id":"7","synced":false,"match":true,)"
+               R"("plainLyrics":"first line\nsecond line"}])");
+    startPlayer("itunes", {song("Ann", "Rain")});
+    launch();
+    auto* service = new AppDBusService(*app);
+    ASSERT_TRUE(service->publish());
+    play();
+    ASSERT_TRUE(waitLoaded(AppState::Plugin));
+    ASSERT_TRUE(waitStatus("unsynced lyric"));
+    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
+                          AppDBusService::kInterface);
+    EXPECT_FALSE(remote.property("Synced").toBool());
+    EXPECT_EQ(app->plainLyricText(), "first line\nsecond line");
+    EXPECT_EQ(ports.viewLyric->contentsReadable(), "\nfirst line\nsecond line\n");
+    ASSERT_TRUE(waitFor([&] {
+        timers.fire();
+        return ports.viewTime > 0.5f;
+    }));
+    EXPECT_EQ(app->state().lineIndex(), -1) << "no line is lit";
+    EXPECT_EQ(ports.content, "");
+    // Nothing downloaded, saved into the folder or the tag, or shared.
+    EXPECT_EQ(plugin.requests().size(), 1);
+    EXPECT_FALSE(QFile::exists(lyricsFolder() + "/Ann--Rain.lrc"));
+    ASSERT_TRUE(itunes->currentTrack());
+    EXPECT_EQ(itunes->currentTrack()->lyrics(), "");
+    app->forceWriteLyric(*app->lyric());
+    EXPECT_FALSE(QFile::exists(lyricsFolder() + "/Ann--Rain.lrc"));
+    waitFor([] { return false; }, 300); // an upload would come now
+    EXPECT_TRUE(sharing.requests().isEmpty());
+}
+
 TEST_F(EndToEnd, AFolderLyricGoesIntoTheTagButNeverBackToTheFolder)
 {
     settings->setIsSaveLRCtoDisk(true);

@@ -87,4 +87,17 @@ TEST_F(LyricAcquisitionTest, SavesByTheFollowedPlayersRules)
     EXPECT_EQ(player.written, 1);
 }
 
+TEST_F(LyricAcquisitionTest, AResultThatDoesNotFitTheSongOrHasNoTextIsNotTaken)
+{
+    QStringList status;
+    QObject::connect(&acquisition, &LyricAcquisition::statusChanged,
+                     [&](const QString& text) { status << text; });
+    const QVariantMap other{{"artist", "Bo"}, {"title", "Snow"}, {"match", false}};
+    const QVariantMap empty{{"artist", "Ann"}, {"title", "Rain"}, {"synced", false}};
+    for (const QVariantMap& item : {other, empty})
+        acquisition.listFetched({item, QVariantMap{{"artist", "Ann"}, {"title", "Rain"}}});
+    EXPECT_EQ(status, QStringList(2, "lyric is not available"));
+    EXPECT_FALSE(state.lyricLoaded());
+}
+
 } // namespace

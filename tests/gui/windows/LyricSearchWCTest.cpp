@@ -134,8 +134,13 @@ public:
     Q_INVOKABLE void setDelegate(QObject* object) { delegate = object; }
     Q_INVOKABLE void lyricsListForArtist(const QString& artist, const QString& song)
     {
-        lrcfetcher::sendListFetched(delegate,
-                                    {QVariantMap{{"artist", artist}, {"title", song}, {"n", 1}}});
+        lrcfetcher::sendListFetched(
+            delegate, {QVariantMap{{"artist", artist}, {"title", song}, {"duration", 201.6}},
+                       QVariantMap{{"artist", artist},
+                                   {"title", song + " (Live)"},
+                                   {"duration", 3725.0},
+                                   {"synced", false},
+                                   {"plainLyrics", "words"}}});
     }
     Q_INVOKABLE void lyricsContents(const QVariant& item)
     {
@@ -152,8 +157,18 @@ TEST_F(LyricSearchWCTest, PluginServiceSearchesAndPicksThroughThePlugin)
     window.setService(LyricSearchWC::Plugin);
     search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
     ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
-    ASSERT_EQ(window.tableView()->rowCount(), 1);
-    EXPECT_EQ(window.tableView()->item(0, 0)->text(), "Sinnerman");
+    ASSERT_EQ(window.tableView()->rowCount(), 2);
+    const auto row = [&](int r) {
+        QStringList cells;
+        for (int c = 0; c < window.tableView()->columnCount(); ++c)
+            cells << window.tableView()->item(r, c)->text();
+        return cells;
+    };
+    EXPECT_EQ(row(0), (QStringList{"Sinnerman", "Nina", "3:22", "\u2713"}));
+    EXPECT_EQ(row(1), (QStringList{"Sinnerman (Live)", "Nina", "1:02:05", ""}));
+    window.onDoubleClick(1); // unsynced: not taken
+    EXPECT_FALSE(window.isBusy());
+    EXPECT_EQ(window.statusLabel()->text(), "This lyric has no timing.");
     window.onDoubleClick(0);
     ASSERT_TRUE(waitUntil([&] { return !delegate.texts.isEmpty(); }));
     EXPECT_EQ(delegate.texts, QStringList{"[00:02.00]Sinnerman"});
@@ -168,7 +183,7 @@ TEST_F(LyricSearchWCTest, ChangingTheServiceClearsTheResults)
     window.setService(LyricSearchWC::Plugin);
     search(QStringLiteral("Nina"), QStringLiteral("Sinnerman"));
     ASSERT_TRUE(waitUntil([&] { return !window.isBusy(); }));
-    ASSERT_EQ(window.tableView()->rowCount(), 1);
+    ASSERT_EQ(window.tableView()->rowCount(), 2);
 
     window.setService(LyricSearchWC::LyricServer);
     EXPECT_EQ(window.tableView()->rowCount(), 0);
