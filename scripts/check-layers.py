@@ -18,6 +18,7 @@ BELOW = {
     "audiofile": ["store"],
     "sources": ["http", "lyric", "platform", "settings", "store"],
     "preferences": ["settings"],
+    "editor": ["foundation"], "publish": ["foundation"],
 }
 BELOW["app"] = list(BELOW)
 CONTRACT = "core/app/LrcFetcherProtocol.h"
