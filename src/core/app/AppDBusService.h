@@ -68,6 +68,7 @@ public Q_SLOTS:
     void SetMode(int mode, const QDBusMessage& message);
     void ShowSearchWindow();
     void ShowLyricManager();
+    void ShowEditor();
     void ShowPreferences();
     void Quit();
 

@@ -86,6 +86,7 @@ public:
     void showPreferencePanel();
     void showAbout();
     void showLyricManager();
+    void showLyricEditor();
     LyricManagerPort* lyricManagerWC();
     void notificationCanBeRemoved();
     void setInfo(const QString& info);

@@ -26,6 +26,7 @@ public:
     int mode() const { return m_mode; }
     bool lyricWindowVisible() const { return m_lyricWindowVisible; }
     QString pluginInfo() const { return m_pluginInfo; }
+    bool synced() const { return m_synced; }
 
     void setSourceKind(int v) { assign(m_sourceKind, v, "SourceKind"); }
     void setSourceName(const QString& v) { assign(m_sourceName, v, "SourceName"); }
@@ -49,6 +50,7 @@ public:
     void setMode(int v) { assign(m_mode, v, "Mode"); }
     void setLyricWindowVisible(bool v) { assign(m_lyricWindowVisible, v, "LyricWindowVisible"); }
     void setPluginInfo(const QString& v) { assign(m_pluginInfo, v, "PluginInfo"); }
+    void setSynced(bool v) { assign(m_synced, v, "Synced"); }
 
 Q_SIGNALS:
     // A published value changed; name is its D-Bus property name.
@@ -79,4 +81,5 @@ private:
     int m_mode = 0;
     bool m_lyricWindowVisible = false;
     QString m_pluginInfo = QStringLiteral("");
+    bool m_synced = true;
 };

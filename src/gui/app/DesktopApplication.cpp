@@ -7,7 +7,9 @@
 #include "gui/app/LyricPanel.h"
 #include "gui/app/ScrollingViewPort.h"
 #include "gui/app/StripPort.h"
+#include "gui/app/TimeItOffer.h"
 #include "gui/display/AppController.h"
+#include "gui/display/HUDWindow.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/preferences/PreferenceController.h"
 #include "gui/tray/StatusMenu.h"
@@ -45,6 +47,7 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     m_windows->setDelegate(&app);
     m_windows->setITunes(&m_root.itunes());
     m_panel->setSearchAction([&app] { app.showSearchWindow(); });
+    new TimeItOffer(*m_panel->window(), app); // owned by the panel's window
     // Only the desktop application writes the settings, and only on a normal exit.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
                      &AppDelegate::applicationWillTerminate);

@@ -1,0 +1,66 @@
+#include "core/app/LyricEditing.h"
+
+#include "core/app/AppDelegate.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
+#include "core/store/LyricFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace lyricediting {
+
+QString initialText(const AppDelegate& delegate)
+{
+    const Lyric* lyric = delegate.lyric();
+    return delegate.lrcAvailable() && lyric ? lyric->contents() : QString();
+}
+
+std::optional<PlayerSong> song(AppDelegate& delegate)
+{
+    PlayerSource* player = delegate.activePlayer();
+    if (!player)
+        return std::nullopt;
+    auto names = player->nowPlaying();
+    if (!names)
+        return std::nullopt;
+    const PlayerSong details = player->searchDetails();
+    names->album = details.album;
+    names->duration = details.duration;
+    return names;
+}
+
+double playTime(AppDelegate& delegate)
+{
+    PlayerSource* player = delegate.activePlayer();
+    return player ? double(player->location()) : 0.0;
+}
+
+bool seek(AppDelegate& delegate, double seconds)
+{
+    PlayerSource* player = delegate.activePlayer();
+    return player && player->seek(seconds);
+}
+
+std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
+{
+    const auto tr = [](const char* text) {
+        return QCoreApplication::translate("LyricEditing", text);
+    };
+    PlayerSource* player = delegate.activePlayer();
+    const auto names = player ? player->savedNames() : std::nullopt;
+    LyricControl* store = delegate.lyricControl();
+    if (!names || !store || names->artist.isEmpty() || names->title.isEmpty())
+        return tr("There is no song playing to save the lyric for.");
+    const QString identify = store->identifyFromArtist(names->artist, names->title);
+    if (!LyricControl::whyNotStorable(identify).isNull())
+        return tr("The song's name cannot be a file name in the lyrics folder.");
+    QDir().mkpath(LyricControl::_pathLrcs());
+    const QString path = LyricControl::_pathForIdentify(identify + QStringLiteral(".lrc"));
+    if (!lyricfiles::replaceFile(path, lrc.toUtf8()))
+        return tr("The lyric could not be written to %1.").arg(path);
+    delegate.setupLRCcontent(lrc);
+    return std::nullopt;
+}
+
+} // namespace lyricediting

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "core/app/PlayerSource.h"
+
+#include <QString>
+
+#include <optional>
+
+class AppDelegate;
+
+// What the lyric editor needs from the controller: the song and lyric to start from, the play
+// time, seeking, and saving. None of these wait for a player: the play time is the followed
+// source's own estimate.
+namespace lyricediting {
+
+// The installed lyric's text (a plain lyric included), or an empty text.
+QString initialText(const AppDelegate& delegate);
+// The song playing (names, album, duration); none when no player plays one.
+std::optional<PlayerSong> song(AppDelegate& delegate);
+// Seconds into the song; 0 without a player.
+double playTime(AppDelegate& delegate);
+bool seek(AppDelegate& delegate, double seconds);
+// Writes the text to the song's file in the lyrics folder (atomically) and installs it; a
+// sentence saying why not when there is no song to save it for or the file did not land.
+std::optional<QString> save(AppDelegate& delegate, const QString& lrc);
+
+} // namespace lyricediting
