@@ -44,21 +44,21 @@ bool seek(AppDelegate& delegate, double seconds)
 
 std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
 {
-    const auto tr = [](const char* text) {
-        return QCoreApplication::translate("LyricEditing", text);
-    };
     PlayerSource* player = delegate.activePlayer();
     const auto names = player ? player->savedNames() : std::nullopt;
     LyricControl* store = delegate.lyricControl();
     if (!names || !store || names->artist.isEmpty() || names->title.isEmpty())
-        return tr("There is no song playing to save the lyric for.");
+        return QCoreApplication::translate("LyricEditing",
+                                           "There is no song playing to save the lyric for.");
     const QString identify = store->identifyFromArtist(names->artist, names->title);
     if (!LyricControl::whyNotStorable(identify).isNull())
-        return tr("The song's name cannot be a file name in the lyrics folder.");
+        return QCoreApplication::translate(
+            "LyricEditing", "The song's name cannot be a file name in the lyrics folder.");
     QDir().mkpath(LyricControl::_pathLrcs());
     const QString path = LyricControl::_pathForIdentify(identify + QStringLiteral(".lrc"));
     if (!lyricfiles::replaceFile(path, lrc.toUtf8()))
-        return tr("The lyric could not be written to %1.").arg(path);
+        return QCoreApplication::translate("LyricEditing", "The lyric could not be written to %1.")
+            .arg(path);
     delegate.setupLRCcontent(lrc);
     return std::nullopt;
 }
