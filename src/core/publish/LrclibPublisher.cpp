@@ -47,12 +47,20 @@ LrclibPublisher::LrclibPublisher(QNetworkAccessManager* network, QObject* parent
         m_ownNetwork = std::make_unique<QNetworkAccessManager>();
         m_network = m_ownNetwork.get();
     }
+    // A step without an answer is aborted; the reply then finishes with an error.
+    m_deadline.setSingleShot(true);
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        if (m_reply)
+            m_reply->abort();
+    });
 }
 
 LrclibPublisher::~LrclibPublisher()
 {
-    if (m_reply)
+    if (m_reply) {
+        m_reply->disconnect(this); // no answer from a publisher going away
         m_reply->abort();
+    }
     stopWorker();
 }
 
@@ -92,12 +100,13 @@ QNetworkReply* LrclibPublisher::post(const QString& path, const QByteArray& body
     request.setRawHeader("User-Agent", "Versewick");
     if (!token.isEmpty())
         request.setRawHeader("X-Publish-Token", token);
-    request.setTransferTimeout(m_timeoutMs);
+    m_deadline.start(m_timeoutMs);
     return m_network->post(request, body);
 }
 
 void LrclibPublisher::challengeAnswered()
 {
+    m_deadline.stop();
     QNetworkReply* reply = m_reply;
     reply->deleteLater();
     const QByteArray body = reply->readAll();
@@ -166,6 +175,7 @@ void LrclibPublisher::publishAnswered()
 
 void LrclibPublisher::finish(bool ok, const QString& message)
 {
+    m_deadline.stop();
     if (!m_running)
         return;
     m_running = false;

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QUrl>
 
 #include <atomic>
@@ -64,6 +65,7 @@ private:
     QPointer<QNetworkReply> m_reply;
     std::unique_ptr<QThread> m_worker;
     std::shared_ptr<std::atomic<bool>> m_cancel;
+    QTimer m_deadline; // the current network step's
     QUrl m_base;
     Song m_song;
     int m_timeoutMs = 30000;
