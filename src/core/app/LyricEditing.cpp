@@ -1,12 +1,14 @@
 #include "core/app/LyricEditing.h"
 
 #include "core/app/AppDelegate.h"
+#include "core/editor/PlayClock.h"
 #include "core/lyric/Lyric.h"
 #include "core/store/LyricControl.h"
 #include "core/store/LyricFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 
 namespace lyricediting {
 
@@ -30,10 +32,14 @@ std::optional<PlayerSong> song(AppDelegate& delegate)
     return names;
 }
 
-double playTime(AppDelegate& delegate)
+double playTime(AppDelegate& delegate, PlayClock& clock)
 {
-    PlayerSource* player = delegate.activePlayer();
-    return player ? double(player->location()) : 0.0;
+    static const QElapsedTimer since = [] {
+        QElapsedTimer timer;
+        timer.start();
+        return timer;
+    }();
+    return clock.at(delegate.state().position(), since.elapsed());
 }
 
 bool seek(AppDelegate& delegate, double seconds)

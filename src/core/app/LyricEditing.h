@@ -7,6 +7,7 @@
 #include <optional>
 
 class AppDelegate;
+class PlayClock;
 
 // What the lyric editor needs from the controller: the song and lyric to start from, the play
 // time, seeking, and saving. None of these wait for a player: the play time is the followed
@@ -17,8 +18,9 @@ namespace lyricediting {
 QString initialText(const AppDelegate& delegate);
 // The song playing (names, album, duration); none when no player plays one.
 std::optional<PlayerSong> song(AppDelegate& delegate);
-// Seconds into the song; 0 without a player.
-double playTime(AppDelegate& delegate);
+// Seconds into the song: the update loop's last reading of the followed player, run on by a
+// clock between readings (the player is never asked here, so a slow one cannot stall a tap).
+double playTime(AppDelegate& delegate, PlayClock& clock);
 bool seek(AppDelegate& delegate, double seconds);
 // Writes the text to the song's file in the lyrics folder (atomically) and installs it; a
 // sentence saying why not when there is no song to save it for or the file did not land.

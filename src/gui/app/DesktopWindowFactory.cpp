@@ -3,6 +3,7 @@
 #include "core/app/AppDelegate.h"
 #include "core/app/LyricEditing.h"
 #include "core/app/PreferencesPort.h"
+#include "core/editor/PlayClock.h"
 #include "core/settings/ServiceAddresses.h"
 #include "core/settings/Settings.h"
 #include "core/sources/iTunesControl.h"
@@ -85,7 +86,9 @@ void DesktopWindowFactory::showLyricEditor(AppDelegate& delegate)
     QPointer<AppDelegate> owner(&delegate);
     if (!m_editor) {
         LyricEditorWindow::Host host;
-        host.playTime = [owner] { return owner ? lyricediting::playTime(*owner) : 0.0; };
+        host.playTime = [owner, clock = std::make_shared<PlayClock>()] {
+            return owner ? lyricediting::playTime(*owner, *clock) : 0.0;
+        };
         host.seek = [owner](double s) { return owner && lyricediting::seek(*owner, s); };
         host.save = [owner](const QString& lrc) -> std::optional<QString> {
             if (!owner)
