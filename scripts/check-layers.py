@@ -19,6 +19,7 @@ BELOW = {
     "sources": ["http", "lyric", "platform", "settings", "store"],
     "preferences": ["settings"],
     "reading": ["display", "text", "settings"],
+    "editor": ["foundation"], "publish": ["foundation"],
 }
 BELOW["app"] = list(BELOW)
 CONTRACT = "core/app/LrcFetcherProtocol.h"

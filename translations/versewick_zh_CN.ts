@@ -132,6 +132,166 @@
     </message>
 </context>
 <context>
+    <name>LrclibPublisher</name>
+    <message>
+        <source>Publishing was cancelled.</source>
+        <translation>已取消发布。</translation>
+    </message>
+    <message>
+        <source>The service could not be reached (%1).</source>
+        <translation>无法连接该服务（%1）。</translation>
+    </message>
+    <message>
+        <source>The service sent a challenge that cannot be read.</source>
+        <translation>服务发来的验证挑战无法读取。</translation>
+    </message>
+    <message>
+        <source>The lyric was published.</source>
+        <translation>歌词已发布。</translation>
+    </message>
+    <message>
+        <source>The service refused the lyric: %1</source>
+        <translation>服务拒绝了这份歌词：%1</translation>
+    </message>
+    <message>
+        <source>The service refused the lyric (HTTP %1).</source>
+        <translation>服务拒绝了这份歌词（HTTP %1）。</translation>
+    </message>
+</context>
+<context>
+    <name>LyricEditing</name>
+    <message>
+        <source>There is no song playing to save the lyric for.</source>
+        <translation>没有正在播放的歌曲，无法保存歌词。</translation>
+    </message>
+    <message>
+        <source>The song&apos;s name cannot be a file name in the lyrics folder.</source>
+        <translation>这首歌的名字不能用作歌词文件夹中的文件名。</translation>
+    </message>
+    <message>
+        <source>The lyric could not be written to %1.</source>
+        <translation>无法将歌词写入 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>LyricEditorModel</name>
+    <message>
+        <source>Tap</source>
+        <translation>打点</translation>
+    </message>
+    <message>
+        <source>Step Back</source>
+        <translation>退回一行</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Edit Line</source>
+        <translation>编辑歌词行</translation>
+    </message>
+    <message>
+        <source>Edit Time</source>
+        <translation>编辑时间</translation>
+    </message>
+    <message>
+        <source>Edit Text</source>
+        <translation>编辑文本</translation>
+    </message>
+</context>
+<context>
+    <name>LyricEditorWindow</name>
+    <message>
+        <source>Only a timed lyric of a song playing can be published.</source>
+        <translation>只能发布正在播放歌曲的已打点歌词。</translation>
+    </message>
+    <message>
+        <source>Publish</source>
+        <translation>发布</translation>
+    </message>
+    <message>
+        <source>Publish the lyric of &quot;%1&quot; by %2 to LRCLIB (%3) for everyone to use?</source>
+        <translation>将 %2 的“%1”的歌词发布到 LRCLIB（%3）供所有人使用？</translation>
+    </message>
+    <message>
+        <source>Asking LRCLIB for a challenge...</source>
+        <translation>正在向 LRCLIB 请求验证挑战...</translation>
+    </message>
+    <message>
+        <source>Solving the challenge: %L1 hashes tried...</source>
+        <translation>正在解答验证挑战：已尝试 %L1 次哈希...</translation>
+    </message>
+    <message>
+        <source>Publishing...</source>
+        <translation>正在发布...</translation>
+    </message>
+    <message>
+        <source>Lyric Editor</source>
+        <translation>歌词编辑器</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>歌词</translation>
+    </message>
+    <message>
+        <source>Tap</source>
+        <translation>打点</translation>
+    </message>
+    <message>
+        <source>Step Back</source>
+        <translation>退回一行</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> 秒</translation>
+    </message>
+    <message>
+        <source>Shift All</source>
+        <translation>整体平移</translation>
+    </message>
+    <message>
+        <source>Edit as Text</source>
+        <translation>以文本编辑</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Publish...</source>
+        <translation>发布...</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>The player cannot seek.</source>
+        <translation>播放器无法跳转。</translation>
+    </message>
+    <message>
+        <source>No song is playing.</source>
+        <translation>没有正在播放的歌曲。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 lines timed</source>
+        <translation>已打点 %1 / %2 行</translation>
+    </message>
+    <message>
+        <source>Saved.</source>
+        <translation>已保存。</translation>
+    </message>
+</context>
+<context>
     <name>LyricManagerWC</name>
     <message>
         <source>Lyric Manager</source>
@@ -196,6 +356,10 @@
     <message>
         <source>Total %1 items</source>
         <translation>共 %1 项</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
     </message>
 </context>
 <context>
@@ -280,6 +444,10 @@
         <translation>
             <numerusform>共 %n 个结果，双击即可使用。</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
     </message>
 </context>
 <context>
@@ -452,6 +620,10 @@
         <source>Quit</source>
         <translation>退出</translation>
     </message>
+    <message>
+        <source>Edit Lyric...</source>
+        <translation>编辑歌词...</translation>
+    </message>
 </context>
 <context>
     <name>T</name>
@@ -470,6 +642,17 @@
     <message>
         <source>刚刚</source>
         <translation>刚刚</translation>
+    </message>
+</context>
+<context>
+    <name>TimeItOffer</name>
+    <message>
+        <source>Time it...</source>
+        <translation>为它打点...</translation>
+    </message>
+    <message>
+        <source>Time this lyric by tapping along in the lyric editor</source>
+        <translation>在歌词编辑器中跟着音乐打点，为这份歌词加上时间</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 #include "FollowCommand.h"
 #include "LrcCommand.h"
 #include "OnlineCommands.h"
+#include "PublishCommand.h"
 #include "SourcesCommand.h"
 #include "StoreCommand.h"
 
@@ -31,7 +32,8 @@ const cli::Help kTopHelp{
                    "  translate the translation service (url, parse)\n"
                    "  sources   the music players (watch, status)\n"
                    "  follow    the application without a display: print the lit lines\n"
-                   "  now       the running application's state as JSON\n\n"
+                   "  now       the running application's state as JSON\n"
+                   "  publish   a synced lyric to LRCLIB\n\n"
                    "Run 'versewick-cli COMMAND --help' for a command's usage.\n"
                    "Exit status: 0 success, 1 input that cannot be read, 2 wrong usage.")};
 
@@ -60,7 +62,8 @@ int run(const QStringList& args)
                     {"translate", cli::runTranslateCommand},
                     {"sources", cli::runSourcesCommand},
                     {"follow", cli::runFollowCommand},
-                    {"now", cli::runNowCommand}};
+                    {"now", cli::runNowCommand},
+                    {"publish", cli::runPublishCommand}};
     for (const auto& c : commands) {
         if (command == QLatin1String(c.name))
             return c.run(args.mid(1));

@@ -194,6 +194,11 @@ void AppDBusService::ShowLyricManager()
     m_delegate.showLyricManager();
 }
 
+void AppDBusService::ShowEditor()
+{
+    m_delegate.showLyricEditor();
+}
+
 void AppDBusService::ShowPreferences()
 {
     m_delegate.showPreferencePanel();

@@ -78,6 +78,7 @@ public Q_SLOTS:
     void SetMode(int mode, const QDBusMessage& message);
     void ShowSearchWindow();
     void ShowLyricManager();
+    void ShowEditor();
     void ShowPreferences();
     void Quit();
     // Offsets are seconds within +-600, kept in whole milliseconds; a value out of range, not a

@@ -344,6 +344,11 @@ void AppDelegate::showLyricManager()
 {
     m_menu->showLyricManager();
 }
+void AppDelegate::showLyricEditor()
+{
+    if (m_ports.windows)
+        m_ports.windows->showLyricEditor(*this);
+}
 LyricManagerPort* AppDelegate::lyricManagerWC()
 {
     return m_menu->lyricManagerWC();

@@ -87,6 +87,7 @@ public:
     void showPreferencePanel();
     void showAbout();
     void showLyricManager();
+    void showLyricEditor();
     LyricManagerPort* lyricManagerWC();
     void notificationCanBeRemoved();
     void setInfo(const QString& info);
@@ -123,6 +124,7 @@ public:
     bool timerRunning() const;
     QObject* lrcFetcher() const;
     AppState& state() { return m_state; }
+    const AppState& state() const { return m_state; }
     // Offset nudges and seeks.
     SyncControls& sync() const { return *m_sync; }
     Settings& settings() const { return m_env.settings; }

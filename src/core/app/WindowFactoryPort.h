@@ -18,6 +18,8 @@ public:
     virtual std::unique_ptr<PreferencesPort> createPreferences() = 0;
     virtual std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) = 0;
     virtual void showAbout() = 0;
+    // Opens the lyric editor on the song playing; nothing where there are no windows.
+    virtual void showLyricEditor(AppDelegate& /*delegate*/) {}
     // Brings the application forward, ignoring other applications.
     virtual void activateApplication() = 0;
 };

@@ -9,7 +9,9 @@
 #include "gui/app/ScrollingViewPort.h"
 #include "gui/app/StripPort.h"
 #include "gui/app/SyncWiring.h"
+#include "gui/app/TimeItOffer.h"
 #include "gui/display/AppController.h"
+#include "gui/display/HUDWindow.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/preferences/PreferenceController.h"
 #include "gui/tray/AppIcon.h"
@@ -51,6 +53,7 @@ DesktopApplication::DesktopApplication(ApplicationOptions options)
     m_windows->setITunes(&m_root.itunes());
     m_panel->setSearchAction([&app] { app.showSearchWindow(); });
     m_sync = std::make_unique<SyncWiring>(app, *m_scrolling, *m_panel, *m_strip);
+    new TimeItOffer(*m_panel->window(), app); // owned by the panel's window
     // Only the desktop application writes the settings, and only on a normal exit.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &app,
                      &AppDelegate::applicationWillTerminate);

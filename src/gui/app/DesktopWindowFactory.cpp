@@ -1,7 +1,9 @@
 #include "gui/app/DesktopWindowFactory.h"
 
 #include "core/app/AppDelegate.h"
+#include "core/app/LyricEditing.h"
 #include "core/app/PreferencesPort.h"
+#include "core/editor/PlayClock.h"
 #include "core/settings/ServiceAddresses.h"
 #include "core/settings/Settings.h"
 #include "core/sources/iTunesControl.h"
@@ -9,6 +11,7 @@
 #include "gui/app/NotificationPanel.h"
 #include "gui/app/SearchWindow.h"
 #include "gui/tray/AppIcon.h"
+#include "gui/windows/LyricEditorWindow.h"
 #include "gui/windows/SystemDesktop.h"
 
 #include <QCoreApplication>
@@ -75,4 +78,41 @@ void DesktopWindowFactory::showAbout()
     m_about->show();
     m_about->raise();
     m_about->activateWindow();
+}
+
+// One editor, opened afresh on the lyric and the song playing each time it is asked for.
+void DesktopWindowFactory::showLyricEditor(AppDelegate& delegate)
+{
+    QPointer<AppDelegate> owner(&delegate);
+    if (!m_editor) {
+        LyricEditorWindow::Host host;
+        host.playTime = [owner, clock = std::make_shared<PlayClock>()] {
+            return owner ? lyricediting::playTime(*owner, *clock) : 0.0;
+        };
+        host.seek = [owner](double s, std::function<void(bool)> done) {
+            if (owner)
+                lyricediting::seek(*owner, s, std::move(done));
+            else
+                done(false);
+        };
+        host.save = [owner](const QString& lrc) -> std::optional<QString> {
+            if (!owner)
+                return QString();
+            return lyricediting::save(*owner, lrc);
+        };
+        host.song = [owner]() -> std::optional<LrclibPublisher::Song> {
+            const auto song = owner ? lyricediting::song(*owner) : std::nullopt;
+            if (!song)
+                return std::nullopt;
+            return LrclibPublisher::Song{song->title,    song->artist, song->album,
+                                         song->duration, {},           {}};
+        };
+        m_editor = std::make_unique<LyricEditorWindow>(std::move(host));
+    }
+    const auto song = lyricediting::song(delegate);
+    m_editor->open(lyricediting::initialText(delegate),
+                   song ? QStringLiteral("%1 - %2").arg(song->title, song->artist) : QString());
+    m_editor->show();
+    m_editor->raise();
+    m_editor->activateWindow();
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class LyricEditorWindow;
 class QMessageBox;
 class ServiceAddresses;
 class iTunesControl;
@@ -25,6 +26,7 @@ public:
     std::unique_ptr<PreferencesPort> createPreferences() override;
     std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) override;
     void showAbout() override;
+    void showLyricEditor(AppDelegate& delegate) override;
     // Nothing to do: each window raises and activates itself when shown from the menu, and
     // the floating displays never take the focus.
     void activateApplication() override {}
@@ -40,4 +42,5 @@ private:
     QPointer<AppDelegate> m_delegate;
     QPointer<iTunesControl> m_itunes;
     std::unique_ptr<QMessageBox> m_about;
+    std::unique_ptr<LyricEditorWindow> m_editor;
 };

@@ -43,6 +43,7 @@ StatusMenu::StatusMenu(QObject* parent)
     m_menu->addSeparator();
     m_search = addItem(tr("Search Lyrics..."), &AppDelegate::showSearchWindow);
     m_manager = addItem(tr("Lyric Manager..."), &AppDelegate::showLyricManager);
+    addItem(tr("Edit Lyric..."), &AppDelegate::showLyricEditor);
     m_preferences = addItem(tr("Preferences..."), &AppDelegate::showPreferencePanel);
     m_menu->addSeparator();
     m_about = addItem(tr("About Versewick"), &AppDelegate::showAbout);

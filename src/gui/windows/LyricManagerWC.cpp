@@ -1,5 +1,6 @@
 #include "gui/windows/LyricManagerWC.h"
 
+#include "core/app/AppDelegate.h"
 #include "gui/windows/FrontWindow.h"
 
 #include "core/store/LyricControl.h"
@@ -86,6 +87,12 @@ void LyricManagerWC::buildLayout()
     auto* rescan = new QPushButton(tr("Rescan"), this);
     connect(rescan, &QPushButton::clicked, this, &LyricManagerWC::rescanLyricsInDisk);
     auto* folder = new QPushButton(tr("Open Folder"), this);
+    // The editor opens on the lyric and the song playing.
+    auto* editButton = new QPushButton(tr("Edit"), this);
+    connect(editButton, &QPushButton::clicked, this, [] {
+        if (AppDelegate* delegate = AppDelegate::s())
+            delegate->showLyricEditor();
+    });
     connect(folder, &QPushButton::clicked, this, &LyricManagerWC::onShowLyricsFolder);
 
     auto* top = new QHBoxLayout;
@@ -96,6 +103,7 @@ void LyricManagerWC::buildLayout()
     bottom->addWidget(nowPlaying);
     bottom->addWidget(rescan);
     bottom->addWidget(folder);
+    bottom->addWidget(editButton);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_tableView, 1);

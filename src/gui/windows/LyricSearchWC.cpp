@@ -1,5 +1,6 @@
 #include "gui/windows/LyricSearchWC.h"
 
+#include "core/app/AppDelegate.h"
 #include "core/app/LrcFetcherProtocol.h"
 #include "core/display/NotificationTrack.h"
 #include "core/http/BlockingGet.h"
@@ -75,6 +76,12 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_serviceBox);
     buttons->addStretch(1);
+    auto* editButton = new QPushButton(tr("Edit"), this);
+    connect(editButton, &QPushButton::clicked, this, [] {
+        if (AppDelegate* delegate = AppDelegate::s())
+            delegate->showLyricEditor();
+    });
+    buttons->addWidget(editButton);
     buttons->addWidget(m_searchButton);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);

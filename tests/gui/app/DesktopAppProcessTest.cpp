@@ -115,6 +115,9 @@ TEST_F(DesktopAppProcess, StartsOwnsTheNamePublishesTheShippedInterfaceAndQuitsT
     EXPECT_GT(published.size(), 20);
     EXPECT_EQ(published,
               membersOf(QString::fromUtf8(shipped.readAll()), AppDBusService::kInterface));
+    // The editor opens without a song playing (on an empty text).
+    const QDBusMessage editor = service().call("ShowEditor");
+    EXPECT_EQ(editor.type(), QDBusMessage::ReplyMessage) << editor.errorMessage().toStdString();
 
     service().call("Quit");
     ASSERT_TRUE(first.waitForFinished(10000));

@@ -87,10 +87,10 @@ TEST_F(StatusMenuTest, WithoutATrayThePanelsContextMenuOffersEveryItem)
     for (QAction* item : menu->menu()->actions())
         if (!item->isSeparator())
             titles << item->text();
-    EXPECT_EQ(titles,
-              (QStringList{"No Music Source", "Hide LRC", "Stream Mode", "Line Mode",
-                           "Lyric Earlier", "Lyric Later", "Reset Offset", "Search Lyrics...",
-                           "Lyric Manager...", "Preferences...", "About Versewick", "Quit"}));
+    EXPECT_EQ(titles, (QStringList{"No Music Source", "Hide LRC", "Stream Mode", "Line Mode",
+                                   "Lyric Earlier", "Lyric Later", "Reset Offset",
+                                   "Search Lyrics...", "Lyric Manager...", "Edit Lyric...",
+                                   "Preferences...", "About Versewick", "Quit"}));
     menu->menu()->hide();
 
     // The items there act on the controller.

@@ -1,0 +1,75 @@
+#include "core/app/LyricEditing.h"
+
+#include "core/app/AppDelegate.h"
+#include "core/app/SyncControls.h"
+#include "core/editor/PlayClock.h"
+#include "core/lyric/Lyric.h"
+#include "core/store/LyricControl.h"
+#include "core/store/LyricFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+
+namespace lyricediting {
+
+QString initialText(const AppDelegate& delegate)
+{
+    // A plain lyric is edited as the text it is, without the times that keep it unlit.
+    if (!delegate.state().synced())
+        return delegate.plainLyricText();
+    const Lyric* lyric = delegate.lyric();
+    return delegate.lrcAvailable() && lyric ? lyric->contents() : QString();
+}
+
+std::optional<PlayerSong> song(AppDelegate& delegate)
+{
+    PlayerSource* player = delegate.activePlayer();
+    if (!player)
+        return std::nullopt;
+    auto names = player->nowPlaying();
+    if (!names)
+        return std::nullopt;
+    const PlayerSong details = player->searchDetails();
+    names->album = details.album;
+    names->duration = details.duration;
+    return names;
+}
+
+double playTime(AppDelegate& delegate, PlayClock& clock)
+{
+    static const QElapsedTimer since = [] {
+        QElapsedTimer timer;
+        timer.start();
+        return timer;
+    }();
+    return clock.at(delegate.state().position(), since.elapsed());
+}
+
+void seek(AppDelegate& delegate, double seconds, std::function<void(bool)> done)
+{
+    delegate.sync().seek(seconds, std::move(done));
+}
+
+std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
+{
+    PlayerSource* player = delegate.activePlayer();
+    const auto names = player ? player->savedNames() : std::nullopt;
+    LyricControl* store = delegate.lyricControl();
+    if (!names || !store || names->artist.isEmpty() || names->title.isEmpty())
+        return QCoreApplication::translate("LyricEditing",
+                                           "There is no song playing to save the lyric for.");
+    const QString identify = store->identifyFromArtist(names->artist, names->title);
+    if (!LyricControl::whyNotStorable(identify).isNull())
+        return QCoreApplication::translate(
+            "LyricEditing", "The song's name cannot be a file name in the lyrics folder.");
+    QDir().mkpath(LyricControl::_pathLrcs());
+    const QString path = LyricControl::_pathForIdentify(identify + QStringLiteral(".lrc"));
+    if (!lyricfiles::replaceFile(path, lrc.toUtf8()))
+        return QCoreApplication::translate("LyricEditing", "The lyric could not be written to %1.")
+            .arg(path);
+    delegate.setupLRCcontent(lrc);
+    return std::nullopt;
+}
+
+} // namespace lyricediting
