@@ -75,7 +75,9 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
     connect(m_acquisition.get(), &LyricAcquisition::statusChanged, m_menu.get(),
             &MenuState::setInfo);
     connect(m_plugin.get(), &PluginHost::statusChanged, m_menu.get(), &MenuState::setInfo);
-    m_sync = new SyncControls(*this);
+    m_sync = new SyncControls({m_state, m_shown, [this] { return activePlayer(); },
+                               [this] { return lrcControl.get(); }, [this] { update(); }},
+                              this);
     connect(m_acquisition.get(), &LyricAcquisition::lyricInstalled, this,
             [this] { m_state.setOffset(m_shown.parser ? m_shown.parser->offsetTime() : 0.0); });
     gController = this;

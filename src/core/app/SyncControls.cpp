@@ -1,20 +1,26 @@
 #include "core/app/SyncControls.h"
 
-#include "core/app/AppDelegate.h"
+#include "core/app/AppState.h"
 #include "core/app/PlayerSeek.h"
 #include "core/app/PlayerSource.h"
+#include "core/app/ShownLyric.h"
 #include "core/foundation/SystemLog.h"
 #include "core/lyric/Lyric.h"
 
 #include <cmath>
 
-SyncControls::SyncControls(AppDelegate& delegate)
-    : QObject(&delegate)
-    , m_delegate(delegate)
+SyncControls::SyncControls(Context context, QObject* parent)
+    : QObject(parent)
+    , m_context(std::move(context))
 {
     m_save.setSingleShot(true);
     m_save.setInterval(0);
     connect(&m_save, &QTimer::timeout, this, &SyncControls::save);
+}
+
+Lyric* SyncControls::shownLyric() const
+{
+    return m_context.shown.available ? m_context.shown.parser.get() : nullptr;
 }
 
 bool SyncControls::isValidDelta(double delta)
@@ -24,23 +30,23 @@ bool SyncControls::isValidDelta(double delta)
 
 bool SyncControls::nudgeOffset(double delta)
 {
-    const Lyric* lyric = m_delegate.lyric();
+    const Lyric* lyric = shownLyric();
     return lyric && isValidDelta(delta) && setOffset(lyric->offsetTime() + delta);
 }
 
 bool SyncControls::setOffset(double seconds)
 {
-    Lyric* lyric = m_delegate.lyric();
+    Lyric* lyric = shownLyric();
     // A plain lyric has no timing to move.
-    if (!lyric || !m_delegate.lrcAvailable() || !m_delegate.state().synced() ||
-        !offsetnudge::setOffset(*lyric, seconds))
+    if (!lyric || !m_context.state.synced() || !offsetnudge::setOffset(*lyric, seconds))
         return false;
-    m_delegate.state().setOffset(lyric->offsetTime());
+    m_context.state.setOffset(lyric->offsetTime());
     // The lit line follows at once rather than at the next tick.
-    m_delegate.update();
+    if (m_context.tick)
+        m_context.tick();
     Q_EMIT offsetNudged(lyric->offsetTime());
     // The names and text now: the lyric may be another song's by the time it is saved.
-    PlayerSource* player = m_delegate.activePlayer();
+    PlayerSource* player = (m_context.player ? m_context.player() : nullptr);
     const auto names = player ? player->savedNames() : std::nullopt;
     const auto outcome = offsetnudge::snapshot(*lyric, names ? names->artist : QString(),
                                                names ? names->title : QString(), m_pending);
@@ -57,7 +63,7 @@ bool SyncControls::setOffset(double seconds)
 
 void SyncControls::save()
 {
-    LyricControl* store = m_delegate.lyricControl();
+    LyricControl* store = (m_context.store ? m_context.store() : nullptr);
     const auto outcome =
         store ? offsetnudge::save(m_pending, *store) : offsetnudge::Outcome::NotSaved;
     if (outcome == offsetnudge::Outcome::NotSaved)
@@ -69,7 +75,7 @@ void SyncControls::save()
 
 void SyncControls::seek(double seconds, std::function<void(bool)> done)
 {
-    PlayerSource* player = m_delegate.activePlayer();
+    PlayerSource* player = (m_context.player ? m_context.player() : nullptr);
     if (!player || !std::isfinite(seconds) || seconds < 0) {
         playerseek::refuse(this, std::move(done));
         return;
@@ -79,7 +85,7 @@ void SyncControls::seek(double seconds, std::function<void(bool)> done)
 
 void SyncControls::seekToLine(int index, std::function<void(bool)> done)
 {
-    const Lyric* lyric = m_delegate.lrcAvailable() ? m_delegate.lyric() : nullptr;
+    const Lyric* lyric = shownLyric();
     const LRCItem* item = lyric ? lyric->lrcItemAtIndex(index) : nullptr;
     if (!item) {
         playerseek::refuse(this, std::move(done));

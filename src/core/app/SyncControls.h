@@ -7,14 +7,26 @@
 
 #include <functional>
 
-class AppDelegate;
+class AppState;
+class Lyric;
+class LyricControl;
+class PlayerSource;
+struct ShownLyric;
 
 // The lyric's timing under the user's hand: nudging the installed lyric's offset (saved with the
 // lyric) and moving the player to a time or to a line. Owned by the controller.
 class SyncControls : public QObject {
     Q_OBJECT
 public:
-    explicit SyncControls(AppDelegate& delegate);
+    // What it works on; the functions answer null when there is none.
+    struct Context {
+        AppState& state;
+        const ShownLyric& shown;
+        std::function<PlayerSource*()> player;
+        std::function<LyricControl*()> store;
+        std::function<void()> tick; // moves the lit line now
+    };
+    explicit SyncControls(Context context, QObject* parent = nullptr);
 
     // The installed lyric's offset moved by delta seconds, or set outright: the lit line follows
     // at once, and the lyric is saved from the event loop (after the repaint; nudges in a row
@@ -43,8 +55,9 @@ Q_SIGNALS:
 
 private:
     void save();
+    Lyric* shownLyric() const;
 
-    AppDelegate& m_delegate;
+    Context m_context;
     offsetnudge::Snapshot m_pending;
     QTimer m_save;
 };

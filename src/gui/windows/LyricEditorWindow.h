@@ -23,10 +23,10 @@ class LyricEditorWindow : public QWidget {
     Q_OBJECT
 public:
     struct Host {
-        std::function<double()> playTime;                    // seconds; never waits for a player
+        std::function<double()> playTime; // seconds; never waits for a player
         // Answers false when the player cannot seek; never waits for it.
         std::function<void(double, std::function<void(bool)>)> seek;
-        std::function<std::optional<QString>(QString)> save; // a reason when it failed
+        std::function<std::optional<QString>(QString)> save;        // a reason when it failed
         std::function<std::optional<LrclibPublisher::Song>()> song; // the song, for publishing
     };
 
