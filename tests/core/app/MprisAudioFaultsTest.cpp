@@ -2,9 +2,9 @@
 // saved in the folder, and the file is left exactly as it was, though the settings ask for
 // the lyric to be written into its tag.
 #include "../audiofile/AudioFixtures.h"
-#include "support/app/AppFixture.h"
 #include "core/app/AppState.h"
 #include "support/PlayerProcess.h"
+#include "support/app/AppFixture.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,10 +1,10 @@
 // The controller's road from an MPRIS song change to the displays: cleared before every
 // search, the service's lyric values with them, the menu following the followed player, a
 // song known only by its file, and the song-change notification.
-#include "support/app/AppFixture.h"
 #include "core/app/AppState.h"
 #include "support/PlayerProcess.h"
 #include "support/RoundTrip.h"
+#include "support/app/AppFixture.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,9 +1,9 @@
 // An online lyric of an MPRIS song whose url is a local file, saved by the settings.
 #include "../audiofile/AudioFixtures.h"
-#include "support/app/AppFixture.h"
 #include "core/app/AppState.h"
 #include "core/audiofile/AudioFileLyrics.h"
 #include "support/PlayerProcess.h"
+#include "support/app/AppFixture.h"
 
 #include <QDir>
 #include <QJsonArray>

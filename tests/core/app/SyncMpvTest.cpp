@@ -1,7 +1,7 @@
 // The controller beside a real mpv (with Debian's MPRIS plug-in) on the private bus: a nudge
 // moves the lit line at once and lands in the lyrics folder, a line's seek moves mpv.
-#include "support/app/AppFixture.h"
 #include "MpvProcess.h"
+#include "support/app/AppFixture.h"
 
 #include "core/app/SyncControls.h"
 

@@ -3,8 +3,8 @@
 #include "support/app/RecordingPorts.h"
 
 #include "core/app/AppDelegate.h"
-#include "core/http/PLHttpConfig.h"
 #include "core/app/LyricPluginLoader.h"
+#include "core/http/PLHttpConfig.h"
 #include "core/lyric/Lyric.h"
 #include "core/platform/DistributedNotificationCenter.h"
 #include "core/platform/Workspace.h"
