@@ -44,7 +44,7 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
     m_menu = std::make_unique<MenuState>(
         m_env.settings, m_state, m_ports,
         MenuState::Makers{[this]() -> std::unique_ptr<NotificationPort> {
-                              return m_ports.windows ? m_ports.windows->createNotification(*this)
+                              return m_ports.windows ? m_ports.windows->createNotification()
                                                      : nullptr;
                           },
                           store});
@@ -54,9 +54,8 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
         m_env.settings, m_env.addresses, m_state, m_shown, *m_plugin,
         LyricAcquisition::Context{m_ports, m_env.network, this,
                                   [this]() -> std::unique_ptr<SearchWindowPort> {
-                                      return m_ports.windows
-                                                 ? m_ports.windows->createSearchWindow(*this)
-                                                 : nullptr;
+                                      return m_ports.windows ? m_ports.windows->createSearchWindow()
+                                                             : nullptr;
                                   },
                                   store});
     m_loop = std::make_unique<SourceLoop>(m_state, m_shown, m_env.settings, *m_acquisition,
@@ -349,7 +348,7 @@ void AppDelegate::showLyricManager()
 void AppDelegate::showLyricEditor()
 {
     if (m_ports.windows)
-        m_ports.windows->showLyricEditor(*this);
+        m_ports.windows->showLyricEditor();
 }
 LyricManagerPort* AppDelegate::lyricManagerWC()
 {

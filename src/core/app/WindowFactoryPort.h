@@ -2,24 +2,24 @@
 
 #include <memory>
 
-class AppDelegate;
 class LyricManagerPort;
 class NotificationPort;
 class PreferencesPort;
 class SearchWindowPort;
 
-// Creates the application's windows on first use and shows the standard panels. An
-// implementation without windows (a terminal) answers null and does nothing.
+// Creates the application's windows on first use and shows the standard panels; the windows
+// act on the controller the front end built. An implementation without windows (a terminal)
+// answers null and does nothing.
 class WindowFactoryPort {
 public:
     virtual ~WindowFactoryPort() = default;
-    virtual std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate& delegate) = 0;
+    virtual std::unique_ptr<SearchWindowPort> createSearchWindow() = 0;
     virtual std::unique_ptr<LyricManagerPort> createLyricManager() = 0;
     virtual std::unique_ptr<PreferencesPort> createPreferences() = 0;
-    virtual std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) = 0;
+    virtual std::unique_ptr<NotificationPort> createNotification() = 0;
     virtual void showAbout() = 0;
     // Opens the lyric editor on the song playing; nothing where there are no windows.
-    virtual void showLyricEditor(AppDelegate& /*delegate*/) {}
+    virtual void showLyricEditor() {}
     // Brings the application forward, ignoring other applications.
     virtual void activateApplication() = 0;
 };

@@ -33,8 +33,11 @@ void DesktopWindowFactory::setDelegate(AppDelegate* delegate)
 
 // The window's fetcher is a new instance of the plug-in the controller uses, loaded the way the
 // controller loads its own (the libraries already are loaded).
-std::unique_ptr<SearchWindowPort> DesktopWindowFactory::createSearchWindow(AppDelegate& delegate)
+std::unique_ptr<SearchWindowPort> DesktopWindowFactory::createSearchWindow()
 {
+    if (!m_delegate)
+        return nullptr;
+    AppDelegate& delegate = *m_delegate;
     std::unique_ptr<QObject> fetcher = delegate.loadLyricPlugin();
     const QString name = fetcher ? delegate.settings().lrcPluginInfo() : QString();
     return std::make_unique<SearchWindow>(delegate, std::move(fetcher), name,
@@ -54,9 +57,9 @@ std::unique_ptr<PreferencesPort> DesktopWindowFactory::createPreferences()
     return m_preferences ? m_preferences() : nullptr;
 }
 
-std::unique_ptr<NotificationPort> DesktopWindowFactory::createNotification(AppDelegate& delegate)
+std::unique_ptr<NotificationPort> DesktopWindowFactory::createNotification()
 {
-    return std::make_unique<NotificationPanel>(delegate);
+    return m_delegate ? std::make_unique<NotificationPanel>(*m_delegate) : nullptr;
 }
 
 // Not modal: the lyric displays keep moving while it is open.
@@ -81,8 +84,11 @@ void DesktopWindowFactory::showAbout()
 }
 
 // One editor, opened afresh on the lyric and the song playing each time it is asked for.
-void DesktopWindowFactory::showLyricEditor(AppDelegate& delegate)
+void DesktopWindowFactory::showLyricEditor()
 {
+    if (!m_delegate)
+        return;
+    AppDelegate& delegate = *m_delegate;
     QPointer<AppDelegate> owner(&delegate);
     if (!m_editor) {
         LyricEditorWindow::Host host;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class AppDelegate;
 class LyricEditorWindow;
 class QMessageBox;
 class ServiceAddresses;
@@ -21,12 +22,12 @@ public:
     DesktopWindowFactory(ServiceAddresses& addresses, PreferencesFactory preferences);
     ~DesktopWindowFactory() override;
 
-    std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate& delegate) override;
+    std::unique_ptr<SearchWindowPort> createSearchWindow() override;
     std::unique_ptr<LyricManagerPort> createLyricManager() override;
     std::unique_ptr<PreferencesPort> createPreferences() override;
-    std::unique_ptr<NotificationPort> createNotification(AppDelegate& delegate) override;
+    std::unique_ptr<NotificationPort> createNotification() override;
     void showAbout() override;
-    void showLyricEditor(AppDelegate& delegate) override;
+    void showLyricEditor() override;
     // Nothing to do: each window raises and activates itself when shown from the menu, and
     // the floating displays never take the focus.
     void activateApplication() override {}

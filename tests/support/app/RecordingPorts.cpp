@@ -51,7 +51,7 @@ public:
 };
 } // namespace
 
-std::unique_ptr<SearchWindowPort> RecordingPorts::createSearchWindow(AppDelegate&)
+std::unique_ptr<SearchWindowPort> RecordingPorts::createSearchWindow()
 {
     ++searchWindows;
     return std::make_unique<SearchWindow>(*this);
@@ -66,7 +66,7 @@ std::unique_ptr<PreferencesPort> RecordingPorts::createPreferences()
     ++preferences;
     return std::make_unique<Preferences>(*this);
 }
-std::unique_ptr<NotificationPort> RecordingPorts::createNotification(AppDelegate&)
+std::unique_ptr<NotificationPort> RecordingPorts::createNotification()
 {
     ++notifications;
     return std::make_unique<Notification>(*this);

@@ -93,10 +93,10 @@ public:
     void setModeStreamOn(bool on) { streamOn = on; }
     void setModeLineOn(bool on) { lineOn = on; }
 
-    std::unique_ptr<SearchWindowPort> createSearchWindow(AppDelegate&) override;
+    std::unique_ptr<SearchWindowPort> createSearchWindow() override;
     std::unique_ptr<LyricManagerPort> createLyricManager() override;
     std::unique_ptr<PreferencesPort> createPreferences() override;
-    std::unique_ptr<NotificationPort> createNotification(AppDelegate&) override;
+    std::unique_ptr<NotificationPort> createNotification() override;
     void showAbout() override { add(QStringLiteral("about")); }
     void activateApplication() override { add(QStringLiteral("activate")); }
 
