@@ -72,7 +72,7 @@ void BM_Romanize100(benchmark::State& state)
     const ReadingOptions options{ReadingOptions::Secondary::Romanization,
                                  ReadingOptions::Script::Simplified};
     for (auto _ : state)
-        benchmark::DoNotOptimize(LyricReading::compute(lyric, options, converter, romanizer));
+        benchmark::DoNotOptimize(LyricReading::compute(lyric, options, converter, &romanizer));
 }
 BENCHMARK(BM_Romanize100)->Unit(benchmark::kMillisecond);
 

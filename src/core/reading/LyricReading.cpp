@@ -40,10 +40,12 @@ std::shared_ptr<const LineReadings> LyricReading::readingsFor(const Lyric* lyric
     // Made on first use: the converter's tables and ICU's rules cost a few milliseconds.
     if (!m_converter)
         m_converter = std::make_unique<PLTranslatorZh>(false);
-    if (!m_romanizer)
+    // ICU's transliterators take long to build: only when a lyric is to be romanised.
+    if (!m_romanizer && m_options.secondary == ReadingOptions::Secondary::Romanization &&
+        lyric->lines() <= kMaxRomanizedLines)
         m_romanizer = std::make_unique<Romanizer>();
     m_readings = std::make_shared<const LineReadings>(
-        compute(*lyric, m_options, *m_converter, *m_romanizer));
+        compute(*lyric, m_options, *m_converter, m_romanizer.get()));
     m_lyric = lyric;
     m_lines = lyric->lines();
     m_contents = lyric->contents();
@@ -51,7 +53,7 @@ std::shared_ptr<const LineReadings> LyricReading::readingsFor(const Lyric* lyric
 }
 
 LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& options,
-                                   const PLTranslatorZh& converter, const Romanizer& romanizer)
+                                   const PLTranslatorZh& converter, const Romanizer* romanizer)
 {
     using Secondary = ReadingOptions::Secondary;
     using Script = ReadingOptions::Script;
@@ -67,10 +69,11 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
         return text;
     };
     const int n = lyric.lines();
+    const bool aided = n <= kMaxRomanizedLines;
     LineReadings r;
     r.text.resize(std::size_t(n));
     r.secondary.resize(std::size_t(n));
-    if (options.secondary == Secondary::Translation) {
+    if (aided && options.secondary == Secondary::Translation) {
         r.owner = translation::owners(lyric);
     } else {
         r.owner.resize(std::size_t(n));
@@ -80,7 +83,7 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
     for (int i = 0; i < n; ++i) {
         const LRCItem* item = lyric.lrcItemAtIndex(i);
         const QString content = item ? item->content() : QString();
-        r.text[std::size_t(i)] = shown(content);
+        r.text[std::size_t(i)] = aided ? shown(content) : content;
         const int owner = r.owner[std::size_t(i)];
         if (owner != i) {
             // A translation line: its text goes under its line, one line each.
@@ -89,8 +92,8 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
                 under +=
                     (under.isEmpty() ? QString() : QStringLiteral("\n")) + shown(content.trimmed());
             }
-        } else if (options.secondary == Secondary::Romanization && n <= kMaxRomanizedLines) {
-            r.secondary[std::size_t(i)] = romanizer.romanize(content);
+        } else if (options.secondary == Secondary::Romanization && aided && romanizer) {
+            r.secondary[std::size_t(i)] = romanizer->romanize(content);
         }
     }
     return r;

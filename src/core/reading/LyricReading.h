@@ -16,8 +16,9 @@ class Romanizer;
 class LyricReading : public QObject {
     Q_OBJECT
 public:
-    // Romanising costs about 0.1 ms a line: a longer lyric (a hostile or generated one) gets
-    // no readings rather than holding the displays up.
+    // Romanising costs about 0.1 ms a line, and finding translations and converting the script
+    // grow with the lyric: a longer lyric (a hostile or generated one; no song has that many
+    // lines) gets no reading aids rather than holding the displays up.
     static constexpr int kMaxRomanizedLines = 2000;
 
     LyricReading();
@@ -33,9 +34,9 @@ public:
     // Never null; empty readings for no lyric.
     std::shared_ptr<const LineReadings> readingsFor(const Lyric* lyric);
 
-    // The computation itself, uncached.
+    // The computation itself, uncached; without a romanizer no line is romanised.
     static LineReadings compute(const Lyric& lyric, const ReadingOptions& options,
-                                const PLTranslatorZh& converter, const Romanizer& romanizer);
+                                const PLTranslatorZh& converter, const Romanizer* romanizer);
 
 Q_SIGNALS:
     void changed();

@@ -32,7 +32,7 @@ TEST_P(TranslationDetection, FoldsOnlyTheLinesRightAfterTheirLineOnTheSameTags)
     EXPECT_EQ(translation::owners(lyric), GetParam().owners);
     PLTranslatorZh converter(false);
     Romanizer romanizer;
-    const LineReadings r = LyricReading::compute(lyric, {}, converter, romanizer);
+    const LineReadings r = LyricReading::compute(lyric, {}, converter, &romanizer);
     EXPECT_EQ(r.secondaryOf(0), QString::fromUtf8(GetParam().underFirst));
 }
 
