@@ -46,7 +46,9 @@ void checkFill(const Lyric& lyric)
         const KaraokeCaret x = [&lines](int i, qsizetype index) {
             return double(index - lines[std::size_t(i)].start) * 10;
         };
-        for (double t = line.start - 1; t < line.start + 8; t += 0.37) {
+        // Counted steps: at a start beyond float precision, adding 0.37 would not move t.
+        for (int step = 0; step < 25; ++step) {
+            const double t = line.start - 1 + step * 0.37;
             const double progress = karaoke::lineProgress(line, t);
             if (!(progress == -1 || (progress >= 0 && progress <= 1)))
                 std::abort();
