@@ -71,6 +71,7 @@ AppDelegate::AppDelegate(AppEnvironment environment, AppPorts ports, QObject* pa
     connect(m_acquisition.get(), &LyricAcquisition::lyricPickedByHand, m_menu.get(),
             &MenuState::reloadLyricView);
     connect(m_loop.get(), &SourceLoop::statusChanged, m_menu.get(), &MenuState::setInfo);
+    connect(m_loop.get(), &SourceLoop::lookupAnswered, this, &AppDelegate::lookupAnswered);
     connect(m_acquisition.get(), &LyricAcquisition::statusChanged, m_menu.get(),
             &MenuState::setInfo);
     connect(m_plugin.get(), &PluginHost::statusChanged, m_menu.get(), &MenuState::setInfo);

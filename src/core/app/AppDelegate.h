@@ -152,6 +152,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     // Quit was asked for (the D-Bus service, the shutdown notice).
     void quitRequested();
+    // The lyrics folder and the song's own tag were searched for the playing song.
+    void lookupAnswered();
 
 private:
     AppEnvironment m_env;

@@ -66,6 +66,8 @@ Q_SIGNALS:
     void songAnnounced(const NotificationPort::Track& track);
     // A message for the displays; empty clears it.
     void statusChanged(const QString& status);
+    // The stored-lyric lookup of the playing song has answered and its answer was acted on.
+    void lookupAnswered();
 
 private:
     void handleSong(PlayerSource& source);
@@ -78,6 +80,7 @@ private:
     void drive(float seconds);
     void notPlaying(const QString& message);
     void lookedUp(lookup::Result result);
+    void actOnLookup(lookup::Result result);
 
     AppState& m_state;
     ShownLyric& m_shown;

@@ -123,6 +123,12 @@ void SourceLoop::lookedUp(lookup::Result result)
     if (result.generation != m_generation || !m_awaiting)
         return; // another song came since, or it was given up on
     m_awaiting = false;
+    actOnLookup(std::move(result));
+    Q_EMIT lookupAnswered();
+}
+
+void SourceLoop::actOnLookup(lookup::Result result)
+{
     const bool coalesced = m_active && m_active->rules().coalesced;
     if (result.lyric) {
         m_acquisition.installStored(std::move(result.lyric), result.origin);
