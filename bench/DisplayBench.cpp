@@ -1,12 +1,9 @@
 // The scrolling view's line change and the per-tick update, with the system's fonts.
 //   QT_QPA_PLATFORM=offscreen build/bin/display_bench
 #include "LargeLrc.h"
+#include "ViewBench.h"
 #include "core/app/OffsetNudge.h"
 #include "core/display/FontTextMeasurer.h"
-#include "core/display/LRCViewHost.h"
-#include "core/display/LRCViewModel.h"
-#include "core/lyric/Lyric.h"
-#include "gui/display/LRCView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -15,33 +12,18 @@
 
 namespace {
 
-class NullHost : public LRCViewHost {
-public:
-    void reloadData() override {}
-    void scrollToOffset(double, bool) override {}
-    void setContentOffset(double) override {}
-    double contentOffset() const override { return 0; }
-    void beginAnimation(const QString&, double, double) override {}
-    void removeAllAnimations() override {}
-};
+using namespace bench;
 
 QString hundredLines()
 {
     QString text;
     for (int i = 0; i < 100; ++i)
-        text += QString::asprintf("[%02d:%02d.00]", i * 3 / 60, i * 3 % 60) +
+        text += lrcTag(i) +
                 (i % 7 == 3 ? QString()
                  : i % 2    ? QStringLiteral("夜色温柔 line %1 河边的灯笼慢慢漂").arg(i)
                          : QStringLiteral("Lanterns on the river, line %1, drifting slow").arg(i)) +
                 QLatin1Char('\n');
     return text;
-}
-
-QFont lyricFont()
-{
-    QFont font;
-    font.setPointSizeF(14);
-    return font;
 }
 
 // A line change as the view does it: the highlight moves, the list reloads, every row's
@@ -52,10 +34,7 @@ void BM_LineChange100(benchmark::State& state)
     lyric.parseLRCcontent(hundredLines());
     NullHost host;
     LRCViewModel view(FontTextMeasurer::shared(), host);
-    view.rows().setFont(lyricFont());
-    view.rows().setViewSize({360, 420});
-    view.setParser(&lyric);
-    view.reloadData();
+    loadModel(view, lyric);
     int line = 0;
     for (auto _ : state) {
         line = (line + 1) % 100;
@@ -73,10 +52,7 @@ void BM_FirstReload100(benchmark::State& state)
     for (auto _ : state) {
         NullHost host;
         LRCViewModel view(FontTextMeasurer::shared(), host);
-        view.rows().setFont(lyricFont());
-        view.rows().setViewSize({360, 420});
-        view.setParser(&lyric);
-        view.reloadData();
+        loadModel(view, lyric);
         benchmark::DoNotOptimize(view.rows().contentHeight());
     }
 }
@@ -89,7 +65,7 @@ void BM_TickSameLine(benchmark::State& state)
     lyric.parseLRCcontent(hundredLines());
     NullHost host;
     LRCViewModel view(FontTextMeasurer::shared(), host);
-    view.rows().setViewSize({360, 420});
+    view.rows().setViewSize(kPanelSize);
     view.setParser(&lyric);
     view.updatePlayerTime(31.0f);
     for (auto _ : state)
@@ -103,10 +79,7 @@ void BM_LineChangeAndPaint100(benchmark::State& state)
     Lyric lyric;
     lyric.parseLRCcontent(hundredLines());
     LRCView view;
-    view.setFont(lyricFont());
-    view.resize(360, 420);
-    view.setParser(&lyric);
-    view.refresh();
+    loadView(view, lyric);
     QPixmap target(view.size());
     int line = 0;
     for (auto _ : state) {
@@ -124,10 +97,7 @@ void BM_NudgeAndRepaint100(benchmark::State& state)
     Lyric lyric;
     lyric.parseLRCcontent(hundredLines());
     LRCView view;
-    view.setFont(lyricFont());
-    view.resize(360, 420);
-    view.setParser(&lyric);
-    view.refresh();
+    loadView(view, lyric);
     QPixmap target(view.size());
     const float now = 30.05f; // line 10 starts at 30.0: a 0.1 s nudge later lights line 9
     bool later = false;
@@ -149,7 +119,7 @@ void BM_InstallLongLyric(benchmark::State& state)
     const float middle = lyric.lrcItemAtIndex(lyric.lines() / 2)->startTime();
     LRCView view;
     view.setFont(lyricFont());
-    view.resize(360, 420);
+    view.resize(kPanelSize);
     QPixmap target(view.size());
     for (auto _ : state) {
         view.setParser(&lyric);

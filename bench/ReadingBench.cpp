@@ -1,14 +1,11 @@
 // Reading aids: the romanisation of a whole lyric (once per lyric) and a line change with
 // lines under the lines.
 //   QT_QPA_PLATFORM=offscreen build/bin/reading_bench
+#include "ViewBench.h"
 #include "core/display/FontTextMeasurer.h"
-#include "core/display/LRCViewHost.h"
-#include "core/display/LRCViewModel.h"
-#include "core/lyric/Lyric.h"
 #include "core/reading/LyricReading.h"
 #include "core/reading/Romanizer.h"
 #include "core/text/PLTranslatorZh.h"
-#include "gui/display/LRCView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -17,27 +14,14 @@
 
 namespace {
 
-class NullHost : public LRCViewHost {
-public:
-    void reloadData() override {}
-    void scrollToOffset(double, bool) override {}
-    void setContentOffset(double) override {}
-    double contentOffset() const override { return 0; }
-    void beginAnimation(const QString&, double, double) override {}
-    void removeAllAnimations() override {}
-};
-
-QString tag(int i)
-{
-    return QString::asprintf("[%02d:%02d.00]", i * 3 / 60, i * 3 % 60);
-}
+using namespace bench;
 
 // Mandarin, Japanese and Korean lines with some Latin in them.
 QString hundredCjkLines()
 {
     QString text;
     for (int i = 0; i < 100; ++i)
-        text += tag(i) +
+        text += lrcTag(i) +
                 (i % 3 == 0 ? QStringLiteral("夜色温柔 %1 河边的灯笼慢慢漂向远方").arg(i)
                  : i % 3 == 1 ? QStringLiteral("さくらの花が咲いている %1 きれいなカラオケ").arg(i)
                               : QStringLiteral("사랑해요 baby %1 오늘 밤 함께 노래해요").arg(i)) +
@@ -50,16 +34,10 @@ QString hundredBilingualLines()
 {
     QString text;
     for (int i = 0; i < 100; ++i)
-        text += tag(i) + QStringLiteral("Lanterns on the river, line %1, drifting slow\n").arg(i) +
-                tag(i) + QStringLiteral("河边的灯笼 第%1行 慢慢漂\n").arg(i);
+        text += lrcTag(i) +
+                QStringLiteral("Lanterns on the river, line %1, drifting slow\n").arg(i) +
+                lrcTag(i) + QStringLiteral("河边的灯笼 第%1行 慢慢漂\n").arg(i);
     return text;
-}
-
-QFont lyricFont()
-{
-    QFont font;
-    font.setPointSizeF(14);
-    return font;
 }
 
 // The readings of a 100-line CJK lyric: every line romanised, Chinese converted.
@@ -99,10 +77,7 @@ void BM_LineChangeBilingual100(benchmark::State& state)
     NullHost host;
     LRCViewModel view(FontTextMeasurer::shared(), host);
     view.rows().setReadingsSource([&](const Lyric* l) { return reading.readingsFor(l); });
-    view.rows().setFont(lyricFont());
-    view.rows().setViewSize({360, 420});
-    view.setParser(&lyric);
-    view.reloadData();
+    loadModel(view, lyric);
     int line = 0;
     for (auto _ : state) {
         line = (line + 2) % 200;
@@ -119,11 +94,8 @@ void BM_LineChangeAndPaintBilingual100(benchmark::State& state)
     Lyric lyric;
     lyric.parseLRCcontent(hundredBilingualLines());
     LRCView view;
-    view.setFont(lyricFont());
-    view.resize(360, 420);
     view.show(); // laid out at its size
-    view.setParser(&lyric);
-    view.refresh();
+    loadView(view, lyric);
     QPixmap target(view.size());
     int line = 0;
     for (auto _ : state) {
