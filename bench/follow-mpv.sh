@@ -18,27 +18,7 @@ fi
 if [[ -z "${VERSEWICK_BENCH_BUS:-}" ]]; then
   VERSEWICK_BENCH_BUS=1 exec dbus-run-session -- bash "$0" "$seconds" "$@"
 fi
-plugin=
-for p in /usr/lib/mpv-mpris/mpris.so /etc/mpv/scripts/mpris.so; do
-  [[ -e $p ]] && plugin=$p && break
-done
-if [[ -z $plugin ]] || ! command -v mpv >/dev/null; then
-  echo "needs mpv and mpv-mpris" >&2
-  exit 2
-fi
-
-home=$(mktemp -d)
-pids=()
-cleanup() {
-  for p in "${pids[@]}"; do kill "$p" 2>/dev/null || true; done
-  wait 2>/dev/null || true
-  rm -rf "$home"
-}
-trap cleanup EXIT
-export HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data XDG_DATA_DIRS=$home/none
-export VERSEWICK_QQMUSIC_PORT=1
-[[ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]] && export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
-music=$home/music
+source "$(dirname "$0")/mpv-home.sh"
 mkdir -p "$music"
 
 songs=6
