@@ -22,7 +22,7 @@ QString initialText(const AppDelegate& delegate)
     return delegate.lrcAvailable() && lyric ? lyric->contents() : QString();
 }
 
-std::optional<PlayerSong> song(AppDelegate& delegate)
+std::optional<EditedSong> song(AppDelegate& delegate)
 {
     PlayerSource* player = delegate.activePlayer();
     if (!player)
@@ -33,7 +33,7 @@ std::optional<PlayerSong> song(AppDelegate& delegate)
     const PlayerSong details = player->searchDetails();
     names->album = details.album;
     names->duration = details.duration;
-    return names;
+    return EditedSong{*names, player->savedNames()};
 }
 
 double playTime(AppDelegate& delegate, PlayClock& clock)
@@ -51,10 +51,10 @@ void seek(AppDelegate& delegate, double seconds, std::function<void(bool)> done)
     delegate.sync().seek(seconds, std::move(done));
 }
 
-std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
+std::optional<QString> save(AppDelegate& delegate, const std::optional<EditedSong>& song,
+                            const QString& lrc)
 {
-    PlayerSource* player = delegate.activePlayer();
-    const auto names = player ? player->savedNames() : std::nullopt;
+    const auto names = song ? song->filed : std::nullopt;
     LyricControl* store = delegate.lyricControl();
     if (!names || !store || names->artist.isEmpty() || names->title.isEmpty())
         return QCoreApplication::translate("LyricEditing",
@@ -68,7 +68,11 @@ std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
     if (!lyricfiles::replaceFile(path, lrc.toUtf8()))
         return QCoreApplication::translate("LyricEditing", "The lyric could not be written to %1.")
             .arg(path);
-    delegate.setupLRCcontent(lrc);
+    // Another song may play by now: its lyric stays; this one is found when its song plays.
+    const auto playing = lyricediting::song(delegate);
+    const auto now = playing ? playing->filed : std::nullopt;
+    if (now && now->artist == names->artist && now->title == names->title)
+        delegate.setupLRCcontent(lrc);
     return std::nullopt;
 }
 

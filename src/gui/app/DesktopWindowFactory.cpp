@@ -101,23 +101,26 @@ void DesktopWindowFactory::showLyricEditor()
             else
                 done(false);
         };
-        host.save = [owner](const QString& lrc) -> std::optional<QString> {
+        host.save = [owner, edited = m_edited](const QString& lrc) -> std::optional<QString> {
             if (!owner)
                 return QString();
-            return lyricediting::save(*owner, lrc);
+            return lyricediting::save(*owner, *edited, lrc);
         };
-        host.song = [owner]() -> std::optional<LrclibPublisher::Song> {
-            const auto song = owner ? lyricediting::song(*owner) : std::nullopt;
-            if (!song)
+        host.song = [edited = m_edited]() -> std::optional<LrclibPublisher::Song> {
+            if (!*edited)
                 return std::nullopt;
-            return LrclibPublisher::Song{song->title,    song->artist, song->album,
-                                         song->duration, {},           {}};
+            const PlayerSong& song = (*edited)->shown;
+            return LrclibPublisher::Song{song.title,    song.artist, song.album,
+                                         song.duration, {},          {}};
         };
         m_editor = std::make_unique<LyricEditorWindow>(std::move(host));
     }
-    const auto song = lyricediting::song(delegate);
+    // Saving and publishing act on this song, whatever plays when they are asked for.
+    *m_edited = lyricediting::song(delegate);
+    const auto& song = *m_edited;
     m_editor->open(lyricediting::initialText(delegate),
-                   song ? QStringLiteral("%1 - %2").arg(song->title, song->artist) : QString());
+                   song ? QStringLiteral("%1 - %2").arg(song->shown.title, song->shown.artist)
+                        : QString());
     m_editor->show();
     m_editor->raise();
     m_editor->activateWindow();

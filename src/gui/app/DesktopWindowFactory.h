@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/app/LyricEditing.h"
 #include "core/app/WindowFactoryPort.h"
 
 #include <QPointer>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class AppDelegate;
 class LyricEditorWindow;
@@ -44,4 +46,7 @@ private:
     QPointer<iTunesControl> m_itunes;
     std::unique_ptr<QMessageBox> m_about;
     std::unique_ptr<LyricEditorWindow> m_editor;
+    // The song the editor was last opened on, shared with its save and publish.
+    std::shared_ptr<std::optional<lyricediting::EditedSong>> m_edited =
+        std::make_shared<std::optional<lyricediting::EditedSong>>();
 };

@@ -3,6 +3,7 @@
 #include "support/app/AppFixture.h"
 
 #include "core/app/AppDBusService.h"
+#include "core/app/LyricEditing.h"
 #include "core/foundation/RegularFile.h"
 #include "core/store/LyricTagBlock.h"
 #include "support/RoundTrip.h"
@@ -297,6 +298,26 @@ TEST_F(EndToEnd, AnEmptyArtistLeavesTheSearchAtFetching)
     const auto asked = plugin.requests();
     ASSERT_EQ(asked.size(), 1);
     EXPECT_TRUE(asked.first().path.contains("Snow"));
+}
+
+TEST_F(EndToEnd, AnEditorSavesForTheSongItOpenedOnAndInstallsOnlyWhileItPlays)
+{
+    answerList("[]");
+    writeStored("Bo--Snow", kStored);
+    startPlayer("jukora", {song("Ann", "Rain"), song("Bo", "Snow")});
+    launch();
+    ASSERT_TRUE(waitStatus("lyric is not available"));
+    const auto rain = lyricediting::song(*app);
+    player->send("next");
+    ASSERT_TRUE(waitLoaded(AppState::Folder));
+    EXPECT_EQ(lyricediting::save(*app, rain, "[00:01]timed\n"), std::nullopt);
+    EXPECT_EQ(stored("Ann--Rain"), "[00:01]timed\n");
+    EXPECT_EQ(stored("Bo--Snow"), QString::fromUtf8(kStored)); // the song playing keeps its own
+    EXPECT_EQ(app->lyric()->contents(), QString::fromUtf8(kStored));
+    EXPECT_EQ(lyricediting::save(*app, lyricediting::song(*app), "[00:02]snow\n"), std::nullopt);
+    EXPECT_EQ(stored("Bo--Snow"), "[00:02]snow\n");
+    EXPECT_EQ(app->lyric()->contents(), "[00:02]snow\n");
+    EXPECT_TRUE(lyricediting::save(*app, std::nullopt, "[00:02]x\n").has_value());
 }
 
 TEST_F(EndToEnd, QQMusicWinsOverITunesAndItsLyricsAreNeverSaved)
