@@ -5,6 +5,7 @@
 #include "core/display/SingleLineGeometry.h"
 #include "core/settings/Settings.h"
 #include "gui/display/BackgroundDragMover.h"
+#include "gui/display/ClickToFocus.h"
 #include "gui/display/FloatingWindow.h"
 #include "gui/display/SingleLineView.h"
 #include "gui/display/WindowFrameAutosave.h"
@@ -61,6 +62,7 @@ std::unique_ptr<QWidget> SingleLineModeController::bordlessWindow(const QRect& c
     window->setWindowOpacity(1.0);
     auto* autosave = new WindowFrameAutosave(window.get(), QLatin1String(kFrameName), store());
     new BackgroundDragMover(window.get());
+    new ClickToFocus(window.get()); // the keys "-"/"+" after a click on the plate
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens << screen->geometry();

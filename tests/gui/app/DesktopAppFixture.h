@@ -25,7 +25,7 @@ protected:
     {
         desktop = std::make_unique<DesktopApplication>(
             ApplicationOptions{settings.get(), addresses.get(), timers.factory(),
-                               [] { return QStringList(); }, false});
+                               [] { return QStringList(); }, followMpris});
         controller = &desktop->controller();
         menu = &desktop->menu();
         panel = &desktop->panel();

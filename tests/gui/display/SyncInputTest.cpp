@@ -1,12 +1,17 @@
 #include "gui/display/SyncInput.h"
 #include "core/lyric/Lyric.h"
+#include "core/settings/Settings.h"
 #include "gui/display/LRCView.h"
+#include "gui/display/SingleLineModeController.h"
+#include "support/TempHome.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSettings>
+#include <QTest>
 #include <QWheelEvent>
 
 namespace {
@@ -49,6 +54,39 @@ TEST(SyncInput, KeysAndCtrlWheelNudgeAndAClickSeeksItsLine)
         QApplication::sendEvent(view.viewport(), &event);
     }
     EXPECT_EQ(seeks, std::vector<float>{6.0f});
+    qApp->removeEventFilter(&input);
+}
+
+// Showing the strip leaves the focus where it is; a click on its plate lets it take the keys,
+// which go where a user's keys go (the active window), until another window is activated.
+TEST(SyncInput, TheStripTakesKeysAfterAClickOnItsPlateUntilAnotherWindowIsActive)
+{
+    TempHome home;
+    const auto settings = Settings::launch(
+        std::make_unique<QSettings>(home.filePath(QStringLiteral("s.ini")), QSettings::IniFormat));
+    SingleLineModeController strip(settings.get());
+    strip.setContent(QStringLiteral("Rain on the roof"));
+    QWidget* window = strip.window();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    QWidget player;
+    player.show();
+    player.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&player));
+    EXPECT_TRUE(window->windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    std::vector<double> nudges;
+    SyncInput input({{}, [&](const QWidget* w) { return w == window; }},
+                    [&](double d) { nudges.push_back(d); }, {});
+    qApp->installEventFilter(&input);
+
+    QTest::mouseClick(strip.view(), Qt::LeftButton, {}, strip.view()->inputRect().center());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(static_cast<QWidget*>(nullptr), Qt::Key_Plus); // to the active window
+    EXPECT_EQ(nudges, std::vector<double>{0.1});
+
+    player.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&player));
+    EXPECT_TRUE(window->windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
     qApp->removeEventFilter(&input);
 }
 
