@@ -203,6 +203,7 @@ void LyricAcquisition::setupLRCcontent(const QString& text)
         m_shown.parser = std::make_unique<Lyric>();
     m_shown.parser->parseLRCcontent(text);
     m_shown.available = true;
+    Q_EMIT statusChanged({}); // an "unsynced lyric" or "not available" is over
     m_state.setSynced(true);
     m_plainShown = false;
     m_state.setLyricOrigin(AppState::ByHand);

@@ -65,7 +65,11 @@ void DesktopApplication::observe(const AppState& state)
     AppController* scrolling = m_scrolling.get();
     QObject::connect(&state, &AppState::lyricShown, scrolling, &AppController::setParser);
     QObject::connect(&state, &AppState::playTimeShown, scrolling, &AppController::updateTime);
-    QObject::connect(&state, &AppState::infoShown, scrolling, &AppController::setInfo);
+    // A plain lyric is read in the panel: its status is not laid over the text.
+    QObject::connect(&state, &AppState::infoShown, scrolling,
+                     [scrolling, &state](const QString& t) {
+                         scrolling->setInfo(state.lyricLoaded() && !state.synced() ? QString() : t);
+                     });
     QObject::connect(&state, &AppState::stripTextShown, m_strip.get(),
                      &SingleLineModeController::setContent);
     QObject::connect(&state, &AppState::changed, m_panel.get(),

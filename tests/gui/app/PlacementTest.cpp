@@ -2,6 +2,7 @@
 #include "gui/app/LyricPanel.h"
 #include "gui/app/NotificationPanel.h"
 #include "gui/app/PlatformChoice.h"
+#include "gui/display/LRCView.h"
 #include "gui/display/NotificationWindow.h"
 #include "gui/display/NotificationWindowController.h"
 
@@ -82,6 +83,31 @@ TEST_F(PanelLookTest, FadedSearchButtonAndANotificationThatHidesNoPanel)
         << shown.x() << "," << shown.y();
     EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(shown));
     notification.close();
+}
+
+// A plain lyric is read in the panel with its offer; a status over a synced lyric's place hides it.
+TEST_F(PanelLookTest, APlainLyricIsReadWithTheOfferAndNoStatusOverIt)
+{
+    launchDesktop();
+    panel->orderFrontRegardless();
+    auto* view = panel->window()->findChild<LRCView*>();
+    ASSERT_NE(view, nullptr);
+    AppState& state = controller->state();
+    state.setSynced(false);
+    state.setLyricLoaded(true);
+    state.showInfo(QStringLiteral("unsynced lyric"));
+    EXPECT_FALSE(view->isDefaultStringVisible());
+    const auto offer = [&] {
+        for (auto* button : panel->window()->findChildren<QPushButton*>())
+            if (button->text() == QStringLiteral("Time it..."))
+                return button->isVisible();
+        return false;
+    };
+    EXPECT_TRUE(offer());
+    state.setSynced(true);
+    state.showInfo(QStringLiteral("lyric is not available"));
+    EXPECT_TRUE(view->isDefaultStringVisible());
+    EXPECT_FALSE(offer());
 }
 
 } // namespace
