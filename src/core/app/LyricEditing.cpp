@@ -2,6 +2,7 @@
 
 #include "core/app/AppDelegate.h"
 #include "core/app/SyncControls.h"
+#include "core/editor/LrcDraft.h"
 #include "core/editor/PlayClock.h"
 #include "core/lyric/Lyric.h"
 #include "core/store/LyricControl.h"
@@ -53,6 +54,10 @@ void seek(AppDelegate& delegate, double seconds, std::function<void(bool)> done)
 
 std::optional<QString> save(AppDelegate& delegate, const QString& lrc)
 {
+    // Without a single time it is a plain lyric, and would be stored as if it were synced.
+    if (LrcDraft::fromText(lrc).timedCount() == 0)
+        return QCoreApplication::translate("LyricEditing",
+                                           "Time at least one line before saving the lyric.");
     PlayerSource* player = delegate.activePlayer();
     const auto names = player ? player->savedNames() : std::nullopt;
     LyricControl* store = delegate.lyricControl();

@@ -101,6 +101,9 @@ TEST_F(LyricEditing, APlainLyricIsOfferedTimedByTappingSavedAndInstalled)
     LyricEditorWindow* window = editor();
     ASSERT_TRUE(window);
     EXPECT_EQ(window->model().draft().toLrc(), "first\nsecond\n");
+    save(*window); // not yet: untimed, it would be stored as if it were synced
+    EXPECT_FALSE(QFile::exists(lyricsFolder() + "/Ann--Rain.lrc"));
+    EXPECT_FALSE(controller->state().synced());
 
     player->send("pause");
     ASSERT_TRUE(player->waitEvent("pause"));
