@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace cli {
 
@@ -19,7 +20,8 @@ const Help kHelp{
     QStringLiteral("Publishes a synced lyric to LRCLIB (services/lrclibUrl in the settings):\n"
                    "asks for a challenge, does its proof of work and posts the lyric.\n"
                    "Progress goes to standard error. Exit status 0 when the service took the\n"
-                   "lyric, 1 with one sentence otherwise (wrong usage included).")};
+                   "lyric, 1 with one sentence when it did not or the file cannot be used,\n"
+                   "2 for wrong usage.")};
 
 const char* stageName(LrclibPublisher::Stage stage)
 {
@@ -44,12 +46,12 @@ int runPublishCommand(const QStringList& args)
     }
     QString file;
     LrclibPublisher::Song song;
-    bool hasDuration = false;
+    QString duration;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& arg = args[i];
         const auto value = [&]() -> QString {
-            if (i + 1 >= args.size())
-                inputError(QStringLiteral("%1 needs a value.").arg(arg));
+            if (i + 1 >= args.size() || args[i + 1].trimmed().isEmpty())
+                usageError(QStringLiteral("publish: %1 needs a value.").arg(arg));
             return args[++i];
         };
         if (arg == QLatin1String("--artist"))
@@ -58,18 +60,28 @@ int runPublishCommand(const QStringList& args)
             song.trackName = value();
         else if (arg == QLatin1String("--album"))
             song.albumName = value();
-        else if (arg == QLatin1String("--duration")) {
-            song.duration = value().toDouble(&hasDuration);
-        } else if (file.isEmpty() && !arg.startsWith(QLatin1String("--")))
+        else if (arg == QLatin1String("--duration"))
+            duration = value();
+        else if (file.isEmpty() && !arg.startsWith(QLatin1String("--")))
             file = arg;
         else
-            inputError(QStringLiteral("Unexpected argument \"%1\".").arg(arg));
+            usageError(QStringLiteral("publish: unexpected argument \"%1\".").arg(arg));
     }
-    if (file.isEmpty() || song.artistName.isEmpty() || song.trackName.isEmpty() ||
-        song.albumName.isEmpty() || !hasDuration)
-        inputError(QStringLiteral("Usage: versewick-cli %1").arg(kHelp.usage));
-    if (!(song.duration > 0) || !std::isfinite(song.duration))
-        inputError(QStringLiteral("The duration must be a positive number of seconds."));
+    QStringList missing;
+    if (file.isEmpty())
+        missing << QStringLiteral("LRC-FILE");
+    for (const auto& [name, given] :
+         {std::pair{"--artist", &song.artistName}, std::pair{"--title", &song.trackName},
+          std::pair{"--album", &song.albumName}, std::pair{"--duration", &duration}})
+        if (given->isEmpty())
+            missing << QLatin1String(name);
+    if (!missing.isEmpty())
+        usageError(QStringLiteral("publish needs %1; usage: versewick-cli %2.")
+                       .arg(missing.join(QStringLiteral(", ")), kHelp.usage));
+    bool isNumber = false;
+    song.duration = duration.toDouble(&isNumber);
+    if (!isNumber || !(song.duration > 0) || !std::isfinite(song.duration))
+        usageError(QStringLiteral("publish: the duration must be a positive number of seconds."));
 
     const LrcDraft draft = LrcDraft::fromText(readUtf8Text(file));
     if (draft.timedCount() == 0)

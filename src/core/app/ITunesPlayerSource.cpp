@@ -116,6 +116,7 @@ std::optional<PlayerSong> ITunesPlayerSource::searchWindowSong()
     PlayerSong song;
     song.title = track->name();
     song.artist = track->artist();
+    song.duration = track->duration();
     return song;
 }
 

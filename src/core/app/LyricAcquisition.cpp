@@ -193,7 +193,7 @@ void LyricAcquisition::showSearchWindow()
     if (!m_searchWC)
         return;
     if (const auto song = m_player ? m_player->searchWindowSong() : std::nullopt)
-        m_searchWC->showFor(song->title, song->artist);
+        m_searchWC->showFor(song->title, song->artist, song->duration);
 }
 
 // A pick by hand is stored by the save settings but never shared.

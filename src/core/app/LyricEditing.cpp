@@ -2,6 +2,7 @@
 
 #include "core/app/AppDelegate.h"
 #include "core/app/SyncControls.h"
+#include "core/editor/LrcDraft.h"
 #include "core/editor/PlayClock.h"
 #include "core/lyric/Lyric.h"
 #include "core/store/LyricControl.h"
@@ -54,6 +55,10 @@ void seek(AppDelegate& delegate, double seconds, std::function<void(bool)> done)
 std::optional<QString> save(AppDelegate& delegate, const std::optional<EditedSong>& song,
                             const QString& lrc)
 {
+    // Without a single time it is a plain lyric, and would be stored as if it were synced.
+    if (LrcDraft::fromText(lrc).timedCount() == 0)
+        return QCoreApplication::translate("LyricEditing",
+                                           "Time at least one line before saving the lyric.");
     const auto names = song ? song->filed : std::nullopt;
     LyricControl* store = delegate.lyricControl();
     if (!names || !store || names->artist.isEmpty() || names->title.isEmpty())

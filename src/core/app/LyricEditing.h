@@ -31,8 +31,8 @@ double playTime(AppDelegate& delegate, PlayClock& clock);
 // Asks the followed player to play from there; done answers whether it did.
 void seek(AppDelegate& delegate, double seconds, std::function<void(bool)> done);
 // Writes the text to the edited song's file in the lyrics folder (atomically) and installs it
-// when that song still plays; a sentence saying why not when there is no song to save it for
-// or the file did not land.
+// when that song still plays; a sentence saying why not when no line has a time, there is no
+// song to save it for or the file did not land.
 std::optional<QString> save(AppDelegate& delegate, const std::optional<EditedSong>& song,
                             const QString& lrc);
 

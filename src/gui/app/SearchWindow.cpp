@@ -22,8 +22,9 @@ SearchWindow::~SearchWindow()
     m_window.reset();
 }
 
-void SearchWindow::showFor(const QString& title, const QString& artist)
+void SearchWindow::showFor(const QString& title, const QString& artist, double duration)
 {
+    m_window->setSongDuration(duration);
     m_window->showWindow();
     m_window->textTitle()->setText(title);
     m_window->textArtist()->setText(artist);

@@ -18,7 +18,7 @@ public:
                  const QString& fetcherName, const QString& lyricServerHost);
     ~SearchWindow() override;
 
-    void showFor(const QString& title, const QString& artist) override;
+    void showFor(const QString& title, const QString& artist, double duration) override;
     void setupLRCcontent(const QString& text) override;
 
     LyricSearchWC* window() const { return m_window.get(); }

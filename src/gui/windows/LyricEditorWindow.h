@@ -37,6 +37,7 @@ public:
     void open(const QString& text, const QString& songTitle);
     LyricEditorModel& model() { return m_model; }
     QTableWidget* table() const { return m_table; }
+    QLabel* statusLabel() const { return m_status; }
 
     void tap();
     void stepBack();

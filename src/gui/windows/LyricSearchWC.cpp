@@ -145,9 +145,17 @@ void LyricSearchWC::onSearch()
     setBusy(true, tr("Searching…"));
     const int generation = ++m_generation;
     if (service() == Plugin) {
-        QMetaObject::invokeMethod(m_fetcher, "lyricsListForArtist",
-                                  Q_ARG(QString, m_textArtist->text()),
-                                  Q_ARG(QString, m_textTitle->text()));
+        // The duration ranks the candidates; no album, so that the plug-in lists every version
+        // rather than looking up the one exact match.
+        if (lrcfetcher::answers(m_fetcher, lrcfetcher::kListForArtistSongAlbumDuration))
+            QMetaObject::invokeMethod(m_fetcher, "lyricsListForArtist",
+                                      Q_ARG(QString, m_textArtist->text()),
+                                      Q_ARG(QString, m_textTitle->text()),
+                                      Q_ARG(QString, QString()), Q_ARG(double, m_duration));
+        else
+            QMetaObject::invokeMethod(m_fetcher, "lyricsListForArtist",
+                                      Q_ARG(QString, m_textArtist->text()),
+                                      Q_ARG(QString, m_textTitle->text()));
         return;
     }
     const QUrl url =

@@ -39,6 +39,8 @@ public:
     // not owned. nullptr offers the lyric server only.
     void setLyricFetcher(QObject* fetcher, const QString& name);
     void setRequestTimeout(int ms) { m_timeoutMs = ms; }
+    // The playing song's duration in seconds (0: unknown), handed to the plug-in's searches.
+    void setSongDuration(double seconds) { m_duration = seconds; }
     void setService(Service service);
     Service service() const;
 
@@ -88,6 +90,7 @@ private:
     QPointer<QObject> m_fetcher;
     QString m_host;
     int m_timeoutMs = 15000;
+    double m_duration = 0;
     int m_generation = 0; // answers of an earlier showing or search are dropped
     bool m_busy = false;
 };

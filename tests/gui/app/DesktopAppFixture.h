@@ -10,7 +10,7 @@
 #include "gui/tray/StatusMenu.h"
 
 // The desktop application as `versewick` builds it, on temporary settings and folders, with
-// timers the test fires and no plug-in.
+// timers the test fires and the plug-in bundles the test names (none by default).
 class DesktopAppFixture : public AppFixture {
 protected:
     std::unique_ptr<DesktopApplication> desktop;
@@ -25,7 +25,7 @@ protected:
     {
         desktop = std::make_unique<DesktopApplication>(
             ApplicationOptions{settings.get(), addresses.get(), timers.factory(),
-                               [] { return QStringList(); }, followMpris});
+                               [this] { return bundles; }, followMpris});
         controller = &desktop->controller();
         menu = &desktop->menu();
         panel = &desktop->panel();

@@ -7,7 +7,7 @@ public:
         : p(p)
     {
     }
-    void showFor(const QString& title, const QString& artist) override
+    void showFor(const QString& title, const QString& artist, double /*duration*/) override
     {
         p.add(QStringLiteral("search.show %1 / %2").arg(title, artist));
     }

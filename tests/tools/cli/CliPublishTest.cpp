@@ -14,8 +14,9 @@ namespace {
 struct Case {
     const char* name;
     int publishStatus; // 0: no route for the lyric (the server cannot be used)
-    bool withAlbum;
+    QStringList more;  // after the file, artist, title and duration
     int exitCode;
+    const char* said; // in the sentence on standard error
 };
 
 class CliPublish : public ::testing::TestWithParam<Case> {};
@@ -38,23 +39,29 @@ TEST_P(CliPublish, ExitsZeroOnlyWhenTheServiceTookTheLyric)
     lrc.write("[00:01.00]la\n");
     lrc.close();
 
-    QStringList args{"publish", lrc.fileName(), "--artist", "A", "--title",
-                     "T",       "--duration",   "200"};
-    if (GetParam().withAlbum)
-        args << "--album"
-             << "B";
+    const QStringList args = QStringList{"publish", lrc.fileName(), "--artist", "A", "--title",
+                                         "T",       "--duration",   "200"} +
+                             GetParam().more;
     const CliResult result = runCliAt(home.path(), args);
     EXPECT_EQ(result.exitCode, GetParam().exitCode) << result.err.toStdString();
-    if (result.exitCode != 0) {
-        EXPECT_FALSE(result.err.trimmed().split('\n').last().isEmpty());
-    }
+    EXPECT_TRUE(result.err.trimmed().split('\n').last().contains(GetParam().said))
+        << result.err.toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Publish, CliPublish,
-                         ::testing::Values(Case{"Published", 201, true, 0},
-                                           Case{"Refused", 400, true, 1},
-                                           Case{"NoSuchService", 0, true, 1},
-                                           Case{"MissingAlbum", 201, false, 1}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Publish, CliPublish,
+    ::testing::Values(
+        Case{"Published", 201, {"--album", "B"}, 0, "ublished"},
+        Case{"Refused", 400, {"--album", "B"}, 1, "Wrong token"},
+        Case{"NoSuchService", 0, {"--album", "B"}, 1, "versewick-cli: "},
+        Case{"MissingAlbum", 201, {}, 2, "needs --album"},
+        Case{"AlbumWithoutValue", 201, {"--album"}, 2, "--album needs"},
+        Case{"DurationNotANumber",
+             201,
+             {"--album", "B", "--duration", "soon"},
+             2,
+             "positive number"},
+        Case{"UnknownOption", 201, {"--album", "B", "--year", "1999"}, 2, "\"--year\""}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace
