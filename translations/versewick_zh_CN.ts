@@ -165,6 +165,10 @@
         <translation>没有正在播放的歌曲，无法保存歌词。</translation>
     </message>
     <message>
+        <source>Time at least one line before saving the lyric.</source>
+        <translation>请至少为一行歌词打上时间后再保存。</translation>
+    </message>
+    <message>
         <source>The song&apos;s name cannot be a file name in the lyrics folder.</source>
         <translation>这首歌的名字不能用作歌词文件夹中的文件名。</translation>
     </message>
