@@ -20,7 +20,48 @@ const QRegularExpression& idTag()
     return re;
 }
 
+const QRegularExpression& wordTag()
+{
+    static const QRegularExpression re(
+        QStringLiteral(R"(<([0-9]{1,4}:[0-9]{1,2}(?:[.:][0-9]{1,3})?)>)"));
+    return re;
+}
+
 } // namespace
+
+QString LrcDraft::shiftWordTags(const QString& text, qint64 deltaMs)
+{
+    if (deltaMs == 0 || !text.contains(QLatin1Char('<')))
+        return text;
+    QString out;
+    qsizetype done = 0;
+    for (auto it = wordTag().globalMatch(text); it.hasNext();) {
+        const auto m = it.next();
+        const auto ms = parseTime(m.capturedView(1));
+        if (!ms)
+            continue; // only looks like a tag: kept as text
+        out += QStringView(text).mid(done, m.capturedStart(0) - done);
+        out += QLatin1Char('<') + formatTime(std::max<qint64>(0, *ms + deltaMs)) + QLatin1Char('>');
+        done = m.capturedEnd(0);
+    }
+    return out + text.mid(done);
+}
+
+QString LrcDraft::withoutWordTags(const QString& text)
+{
+    if (!text.contains(QLatin1Char('<')))
+        return text;
+    QString out;
+    qsizetype done = 0;
+    for (auto it = wordTag().globalMatch(text); it.hasNext();) {
+        const auto m = it.next();
+        if (!parseTime(m.capturedView(1)))
+            continue;
+        out += QStringView(text).mid(done, m.capturedStart(0) - done);
+        done = m.capturedEnd(0);
+    }
+    return out + text.mid(done);
+}
 
 std::optional<qint64> LrcDraft::parseTime(QStringView text)
 {
@@ -116,7 +157,7 @@ QString LrcDraft::plainText() const
 {
     QString out;
     for (const Line& line : m_lines)
-        out += line.text + QLatin1Char('\n');
+        out += withoutWordTags(line.text) + QLatin1Char('\n');
     return out;
 }
 
@@ -127,8 +168,13 @@ int LrcDraft::timedCount() const
 
 void LrcDraft::setTime(int row, std::optional<qint64> ms)
 {
-    if (row >= 0 && row < size())
-        m_lines[std::size_t(row)].ms = ms ? std::optional(std::max<qint64>(0, *ms)) : ms;
+    if (row < 0 || row >= size())
+        return;
+    Line& line = m_lines[std::size_t(row)];
+    const auto was = line.ms;
+    line.ms = ms ? std::optional(std::max<qint64>(0, *ms)) : ms;
+    if (was && line.ms)
+        line.text = shiftWordTags(line.text, *line.ms - *was);
 }
 
 void LrcDraft::setText(int row, const QString& text)
@@ -140,6 +186,9 @@ void LrcDraft::setText(int row, const QString& text)
 void LrcDraft::shift(qint64 deltaMs)
 {
     for (Line& line : m_lines)
-        if (line.ms)
-            line.ms = std::max<qint64>(0, *line.ms + deltaMs);
+        if (line.ms) {
+            const qint64 moved = std::max<qint64>(0, *line.ms + deltaMs);
+            line.text = shiftWordTags(line.text, moved - *line.ms);
+            line.ms = moved;
+        }
 }

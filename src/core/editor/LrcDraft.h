@@ -27,6 +27,10 @@ public:
     // "mm:ss.xx" for a time; empty for none. parseTime reads "m:ss", "m:ss.x..." and "m:ss:xx".
     static QString formatTime(std::optional<qint64> ms);
     static std::optional<qint64> parseTime(QStringView text);
+    // Enhanced LRC's word tags ("<mm:ss.xx>") in a line's text: moved with their line, or cut
+    // out for reading.
+    static QString shiftWordTags(const QString& text, qint64 deltaMs);
+    static QString withoutWordTags(const QString& text);
 
     int size() const { return int(m_lines.size()); }
     bool isEmpty() const { return m_lines.empty(); }
@@ -35,10 +39,10 @@ public:
     const QStringList& tags() const { return m_tags; }
     int timedCount() const;
 
-    // Out-of-range rows are ignored.
+    // Out-of-range rows are ignored. A line's word tags move with its time.
     void setTime(int row, std::optional<qint64> ms);
     void setText(int row, const QString& text);
-    // Moves every time by delta; times never go below zero.
+    // Moves every time (word tags included) by delta; times never go below zero.
     void shift(qint64 deltaMs);
 
     bool operator==(const LrcDraft&) const = default;

@@ -134,10 +134,12 @@ void LyricEditorWindow::rebuild()
             item->setText(time);
         else
             m_table->setItem(row, 0, new QTableWidgetItem(time));
+        // Word tags are kept in the text (and move with the line) but not shown here.
+        const QString words = LrcDraft::withoutWordTags(line.text);
         if (auto* item = m_table->item(row, 1))
-            item->setText(line.text);
+            item->setText(words);
         else
-            m_table->setItem(row, 1, new QTableWidgetItem(line.text));
+            m_table->setItem(row, 1, new QTableWidgetItem(words));
     }
     m_table->setUpdatesEnabled(true);
     m_table->selectRow(m_model.selected());

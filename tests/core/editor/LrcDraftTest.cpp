@@ -34,6 +34,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "[00:05.00]chorus\n[00:10.00]verse\n[00:20.00]chorus\n"},
         RoundTrip{"HalfTimed", "[00:03.00]one\ntwo\n", "[00:03.00]one\ntwo\n"},
         RoundTrip{"ColonFraction", "[00:03:25]one", "[00:03.25]one\n"},
+        RoundTrip{"WordTagsFollowTheOffset", "[offset:500]\n[00:01.00]<00:01.00>a <00:01.40>b<x>",
+                  "[00:01.50]<00:01.50>a <00:01.90>b<x>\n"},
         RoundTrip{"NotATimeStaysText", "[99:99.00]x\n[bad", "[99:99.00]x\n[bad\n"}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -46,6 +48,16 @@ TEST(LrcDraft, ShiftMovesOnlyTimedLinesAndNeverBelowZero)
     draft.setTime(7, 1000); // out of range: nothing
     draft.setText(-1, QStringLiteral("x"));
     EXPECT_EQ(draft.timedCount(), 2);
+}
+
+TEST(LrcDraft, WordTagsMoveWithTheirLineAndAreNotPartOfThePlainText)
+{
+    LrcDraft draft = LrcDraft::fromText(QStringLiteral("[00:02.00]<00:02.00>a <00:02.50>b"));
+    draft.shift(1000);
+    EXPECT_EQ(draft.toLrc(), QStringLiteral("[00:03.00]<00:03.00>a <00:03.50>b\n"));
+    draft.setTime(0, 2500); // a new stamp
+    EXPECT_EQ(draft.toLrc(), QStringLiteral("[00:02.50]<00:02.50>a <00:03.00>b\n"));
+    EXPECT_EQ(draft.plainText(), QStringLiteral("a b\n"));
 }
 
 } // namespace
