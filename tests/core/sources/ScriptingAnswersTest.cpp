@@ -91,6 +91,10 @@ double position(const iTunesControl& c)
 {
     return c.playerPosition();
 }
+double playing(const iTunesControl& c)
+{
+    return double(c.isPlaying());
+}
 double trackId(const iTunesControl& c)
 {
     return double(c.currentTrack()->databaseID());
@@ -106,15 +110,11 @@ INSTANTIATE_TEST_SUITE_P(
                [] { return inVariant(QStringLiteral("83")); }, position},
         Answer{"PositionNotInAVariant", "/", "playerPosition", [] { return QVariantList{83.7}; },
                position},
-        Answer{"PositionTwoValues", "/", "playerPosition",
-               [] {
-                   return QVariantList{inVariant(83.7).first(), 1};
-               },
+        Answer{"PositionTwoValues", "/", "playerPosition", [] { return inVariant(83.7) << 1; },
                position},
         Answer{"StateText", "/", "playerState", [] { return inVariant(QStringLiteral("kPSP")); },
-               [](const iTunesControl& c) { return double(c.isPlaying()); }},
-        Answer{"StateDouble", "/", "playerState", [] { return inVariant(1800426320.0); },
-               [](const iTunesControl& c) { return double(c.isPlaying()); }},
+               playing},
+        Answer{"StateDouble", "/", "playerState", [] { return inVariant(1800426320.0); }, playing},
         Answer{"TrackAsText", "/", "currentTrack",
                [] { return inVariant(QStringLiteral("/Tracks/1")); },
                [](const iTunesControl& c) { return double(!c.currentTrack()->isNull()); }},
