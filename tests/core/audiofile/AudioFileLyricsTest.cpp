@@ -146,9 +146,7 @@ TEST(AudioFileLyrics, TheLrcBesideTheAudioFile)
     EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio));
     home.write("song.lrc", kTimed.toUtf8());
     EXPECT_EQ(AudioFileLyrics::readLrcBeside(audio), kTimed);
-    home.write("song.lrc", QByteArray("\xff\xfe\x00"
-                                      "bad",
-                                      6));
+    home.write("song.lrc", QByteArray::fromHex("fffe00626164")); // bytes that are not UTF-8
     EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio)) << "not UTF-8 text";
 }
 
