@@ -249,17 +249,18 @@ TEST_F(HttpClient, TransportFailuresReachTheFailureMethod)
 TEST_F(HttpClient, MethodsAndBodiesReachTheServer)
 {
     server.route("/", RawHttpServer::status(200));
-    client.post(QUrl(server.url("/")), QStringLiteral("a=\u6b4c"));
-    only();
-    recorder.reports.clear();
-    client.put(QUrl(server.url("/")), QStringLiteral("put body"));
-    only();
-    recorder.reports.clear();
-    client.deleteRequest(QUrl(server.url("/")));
-    only();
-    recorder.reports.clear();
-    client.postForm(QUrl(server.url("/")), {{"k", QStringLiteral("v")}}, {}, {});
-    only();
+    const QUrl url(server.url("/"));
+    for (const std::function<void()>& send : std::initializer_list<std::function<void()>>{
+             [&] { client.post(url, QStringLiteral("a=\u6b4c")); },
+             [&] { client.put(url, QStringLiteral("put body")); },
+             [&] { client.deleteRequest(url); },
+             [&] {
+                 client.postForm(url, {{"k", QStringLiteral("v")}}, {}, {});
+             }}) {
+        recorder.reports.clear();
+        send();
+        only();
+    }
     const auto requests = server.requests();
     ASSERT_EQ(requests.size(), 4);
     EXPECT_EQ(requests[0].method, "POST");
