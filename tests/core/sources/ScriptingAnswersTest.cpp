@@ -59,11 +59,6 @@ struct Answer {
     std::function<double(const iTunesControl&)> read;
 };
 
-void PrintTo(const Answer& answer, std::ostream* os)
-{
-    *os << answer.label;
-}
-
 class WrongAnswers : public ::testing::TestWithParam<Answer> {
 protected:
     void SetUp() override
@@ -130,7 +125,8 @@ INSTANTIATE_TEST_SUITE_P(
         Answer{"RatingOutOfRange", "/Tracks/1", "rating", [] { return inVariant(1000); },
                [](const iTunesControl& c) { return double(c.currentTrack()->rating()); }},
         Answer{"DurationNaN", "/Tracks/1", "duration", [] { return inVariant(kNaN); },
-               [](const iTunesControl& c) { return c.currentTrack()->duration(); }}));
+               [](const iTunesControl& c) { return c.currentTrack()->duration(); }}),
+    [](const auto& info) { return std::string(info.param.label); });
 
 TEST(JukoraAnswers, ANonsensePositionReadsAsZero)
 {
