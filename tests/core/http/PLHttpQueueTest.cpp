@@ -132,6 +132,7 @@ class OtherQueue : public PLHttpQueue {};
 
 TEST(HttpQueue, EachClassHasItsOwnSharedQueue)
 {
+    EXPECT_EQ(&PLHttpQueue::sharedQueue(), &PLHttpQueue::sharedQueue());
     EXPECT_NE(static_cast<PLHttpQueue*>(&PLHttpQueue::sharedQueue<OtherQueue>()),
               &PLHttpQueue::sharedQueue());
 }

@@ -118,6 +118,8 @@ TEST_F(Sources, AFreshQQMusicTrackIsEmptyNotMissing)
     EXPECT_EQ(qq.messageIdentifier(), qq.bundleIdentifier());
     EXPECT_TRUE(qq.MusicSource::track()->title().isNull());
     EXPECT_EQ(qq.MusicSource::track()->length(), 0);
+    EXPECT_EQ(&MusicSourceController::sharedController(),
+              &MusicSourceController::sharedController());
     MusicSourceController::sharedController().registerMusicSource(&qq);
 }
 

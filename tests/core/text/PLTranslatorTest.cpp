@@ -18,6 +18,7 @@ TEST(Translator, AddressCarriesTheEscapedTextAndLanguagePair)
     const QUrl url = PLTranslator::URLforText("\u6b4c", "en", "ja", "tr.test");
     EXPECT_TRUE(url.isValid());
     EXPECT_EQ(QUrlQuery(url).queryItemValue("q"), QStringLiteral("\u6b4c"));
+    EXPECT_EQ(PLLangChineseTradition, QStringLiteral("zh-tw"));
 }
 
 TEST(Translator, MissingTextOrTargetIsAnAssertion)
