@@ -104,39 +104,22 @@ TEST_P(LrclibQuery, AsksTheRightEndPointWithEveryValueIntact)
               "Versewick/" VERSEWICK_VERSION " (https://versewick.net)");
 }
 
+using Parameters = QMap<QString, QString>;
+
 INSTANTIATE_TEST_SUITE_P(
     Queries, LrclibQuery,
-    ::testing::Values(Query{"AlbumAndDurationKnown",
-                            "Daft Punk",
-                            "One More Time",
-                            "Discovery",
-                            320.6,
-                            "/api/get",
-                            {{"track_name", "One More Time"},
-                             {"artist_name", "Daft Punk"},
-                             {"album_name", "Discovery"},
-                             {"duration", "321"}}},
-                      Query{"ReservedCharacters",
-                            "AC/DC & Friends",
-                            "1+1=2 #?",
-                            "",
-                            0,
-                            "/api/search",
-                            {{"track_name", "1+1=2 #?"}, {"artist_name", "AC/DC & Friends"}}},
-                      Query{"NoDuration",
-                            "Björk",
-                            "Jóga",
-                            "Homogenic",
-                            0,
-                            "/api/search",
-                            {{"track_name", "Jóga"}, {"artist_name", "Björk"}}},
-                      Query{"NoAlbum",
-                            "王菲",
-                            "红豆",
-                            "",
-                            215,
-                            "/api/search",
-                            {{"track_name", "红豆"}, {"artist_name", "王菲"}}}),
+    ::testing::Values(
+        Query{"AlbumAndDurationKnown", "Daft Punk", "One More Time", "Discovery", 320.6, "/api/get",
+              Parameters{{"track_name", "One More Time"},
+                         {"artist_name", "Daft Punk"},
+                         {"album_name", "Discovery"},
+                         {"duration", "321"}}},
+        Query{"ReservedCharacters", "AC/DC & Friends", "1+1=2 #?", "", 0, "/api/search",
+              Parameters{{"track_name", "1+1=2 #?"}, {"artist_name", "AC/DC & Friends"}}},
+        Query{"NoDuration", "Björk", "Jóga", "Homogenic", 0, "/api/search",
+              Parameters{{"track_name", "Jóga"}, {"artist_name", "Björk"}}},
+        Query{"NoAlbum", "王菲", "红豆", "", 215, "/api/search",
+              Parameters{{"track_name", "红豆"}, {"artist_name", "王菲"}}}),
     [](const auto& info) { return std::string(info.param.label); });
 
 struct Answer {
@@ -177,16 +160,18 @@ const QByteArray kSearchAnswer = "[" + track(8, "Nobody", "Remix", 100, "[00:01.
 const QByteArray kNotFound =
     R"({"code":404,"name":"TrackNotFound","message":"Failed to find specified track"})";
 
+// A search of no duration that fails.
+Answer failing(const char* label, RawHttpServer::Handler handler)
+{
+    return {label, "/api/search", std::move(handler), nullptr, 0, "listFailed", {}};
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Answers, LrclibAnswer,
     ::testing::Values(
-        Answer{"GetHit",
-               "/api/get",
+        Answer{"GetHit", "/api/get",
                RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, "[00:01]a")),
-               {},
-               268,
-               "list",
-               QStringList{"Hoppípolla"}},
+               nullptr, 268, "list", QStringList{"Hoppípolla"}},
         Answer{
             "GetPlainOnlyThenSearchFindsSynced", "/api/get",
             RawHttpServer::status(200, track(9, "Sigur Rós", "Hoppípolla", 268, nullptr)),
@@ -205,49 +190,15 @@ INSTANTIATE_TEST_SUITE_P(
                RawHttpServer::status(200, "[]"), 268, "list", QStringList{}},
         Answer{"NotFoundSearchFails", "/api/get", RawHttpServer::status(404, kNotFound),
                RawHttpServer::status(503), 268, "listFailed", QStringList{}},
-        Answer{"SearchOrderedAndDropped",
-               "/api/search",
-               RawHttpServer::status(200, kSearchAnswer),
-               {},
-               268,
-               "list",
+        Answer{"SearchOrderedAndDropped", "/api/search", RawHttpServer::status(200, kSearchAnswer),
+               nullptr, 268, "list",
                QStringList{"hoppipolla", "Hoppipolla (live)", "Hoppípolla", "Hoppípolla",
                            "Hoppipolla", "Hoppípolla", "Remix"}},
-        Answer{"ServerError",
-               "/api/search",
-               RawHttpServer::status(500, "[]"),
-               {},
-               0,
-               "listFailed",
-               QStringList{}},
-        Answer{"MalformedJson",
-               "/api/search",
-               RawHttpServer::status(200, "[{\"id\":1,"),
-               {},
-               0,
-               "listFailed",
-               QStringList{}},
-        Answer{"JsonOfTheWrongShape",
-               "/api/search",
-               RawHttpServer::status(200, "\"text\""),
-               {},
-               0,
-               "listFailed",
-               QStringList{}},
-        Answer{"HugeJson",
-               "/api/search",
-               RawHttpServer::huge(64 * 1024 * 1024),
-               {},
-               0,
-               "listFailed",
-               QStringList{}},
-        Answer{"NeverAnswers",
-               "/api/search",
-               RawHttpServer::silent(),
-               {},
-               0,
-               "listFailed",
-               QStringList{}}),
+        failing("ServerError", RawHttpServer::status(500, "[]")),
+        failing("MalformedJson", RawHttpServer::status(200, "[{\"id\":1,")),
+        failing("JsonOfTheWrongShape", RawHttpServer::status(200, "\"text\"")),
+        failing("HugeJson", RawHttpServer::huge(64 * 1024 * 1024)),
+        failing("NeverAnswers", RawHttpServer::silent())),
     [](const auto& info) { return std::string(info.param.label); });
 
 TEST_F(Lrclib, TheDurationOrdersSearchResultsOnlyWhenKnown)

@@ -78,15 +78,12 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair{"x.bundles", false}, std::pair{"x.bundle.old", false},
                       std::pair{"xbundle", false}));
 
-// One plug-in bundle of a scenario: "<folder>/<name>.bundle" holding a copy of a test
-// plug-in, a file that is no library ("broken"), or nothing ("empty").
-struct Placed {
-    const char* folder;
-    const char* plugin;
-};
+// The plug-in bundles of a scenario, "<folder>/<plug-in>" each, blank-separated: a bundle in
+// the folder holding a copy of a test plug-in, a file that is no library ("broken"), or
+// nothing ("empty").
 struct Scenario {
     const char* label;
-    std::vector<Placed> bundles;
+    const char* bundles;
     const char* keptName; // objectName of the fetcher kept, "" for none
     const char* info;
     const char* instantiated; // the plug-ins' log of instance() calls
@@ -103,16 +100,14 @@ TEST_P(LoadScenario, LoadsEveryBundleAndKeepsTheLast)
     qputenv("VERSEWICK_TEST_PLUGIN_LOG", log.toUtf8());
     QStringList folders;
     int n = 0;
-    for (const Placed& placed : scenario.bundles) {
-        const QString folder = home.filePath(QString::fromLatin1(placed.folder));
+    for (const QString& placed : QString::fromLatin1(scenario.bundles).split(u' ')) {
+        const QString dir = placed.section(u'/', 0, 0), plugin = placed.section(u'/', 1);
+        const QString folder = home.filePath(dir);
         if (!folders.contains(folder))
             folders << folder;
         // A numbered prefix keeps the walk order the scenario's order within a folder.
-        const QString plugin = QString::fromLatin1(placed.plugin);
-        const QString bundle = mkdir(home, QStringLiteral("%1/%2-%3.bundle")
-                                               .arg(QLatin1String(placed.folder))
-                                               .arg(n++)
-                                               .arg(plugin));
+        const QString bundle =
+            mkdir(home, QStringLiteral("%1/%2-%3.bundle").arg(dir).arg(n++).arg(plugin));
         if (plugin == QLatin1String("broken")) {
             home.write(bundle.mid(home.path().size() + 1) + "/broken.so", "not a library");
         } else if (plugin != QLatin1String("empty")) {
@@ -139,31 +134,15 @@ TEST_P(LoadScenario, LoadsEveryBundleAndKeepsTheLast)
 
 INSTANTIATE_TEST_SUITE_P(
     Scenarios, LoadScenario,
-    ::testing::Values(
-        Scenario{"One", {{"builtin", "demo"}}, "Demo", "Demo v(3)", "Demo\n", 0},
-        Scenario{"UsersFoundLaterIsKept",
-                 {{"builtin", "demo"}, {"user", "user"}},
-                 "User",
-                 "User v(7)",
-                 "Demo\nUser\n",
-                 0},
-        Scenario{"LastWinsWhateverItIs",
-                 {{"builtin", "user"}, {"user", "demo"}},
-                 "Demo",
-                 "Demo v(3)",
-                 "User\nDemo\n",
-                 0},
-        Scenario{"BrokenOnesAreSkipped",
-                 {{"builtin", "demo"},
-                  {"user", "broken"},
-                  {"user", "noinstance"},
-                  {"user", "empty"},
-                  {"user", "nothing"}},
-                 "Demo",
-                 "Demo v(3)",
-                 "Demo\nNothing\n",
-                 4},
-        Scenario{"NothingLoadable", {{"user", "broken"}, {"user", "noinstance"}}, "", "", "", 2}),
+    ::testing::Values(Scenario{"One", "builtin/demo", "Demo", "Demo v(3)", "Demo\n", 0},
+                      Scenario{"UsersFoundLaterIsKept", "builtin/demo user/user", "User",
+                               "User v(7)", "Demo\nUser\n", 0},
+                      Scenario{"LastWinsWhateverItIs", "builtin/user user/demo", "Demo",
+                               "Demo v(3)", "User\nDemo\n", 0},
+                      Scenario{"BrokenOnesAreSkipped",
+                               "builtin/demo user/broken user/noinstance user/empty user/nothing",
+                               "Demo", "Demo v(3)", "Demo\nNothing\n", 4},
+                      Scenario{"NothingLoadable", "user/broken user/noinstance", "", "", "", 2}),
     [](const auto& info) { return std::string(info.param.label); });
 
 } // namespace

@@ -43,12 +43,15 @@ QString blockFor(const QString& lrc)
     return tagblock::tagTextForLyric(lyric).value_or(QString());
 }
 
+// Each test starts with a fresh file of the format at path.
 class AudioFiles : public ::testing::TestWithParam<AudioFormat> {
 protected:
     TempHome home;
-    QString make(const QString& base = QStringLiteral("song"))
+    QString path;
+    void SetUp() override { ASSERT_FALSE(make().isNull()); }
+    QString make()
     {
-        const QString path = makeAudioFile(GetParam(), home.path(), base);
+        path = makeAudioFile(GetParam(), home.path(), QStringLiteral("song"));
         EXPECT_FALSE(path.isNull()) << "ffmpeg could not make a ." << GetParam().extension;
         return path;
     }
@@ -61,8 +64,7 @@ TEST_P(AudioFiles, ReadsTimedTextAndTheBlockButNotPlainText)
         std::optional<QString> lyric;
     } cases[] = {{kTimed, kTimed}, {blockFor(kTimed), kTimed}, {kPlain, std::nullopt}};
     for (const auto& c : cases) {
-        const QString path = make();
-        ASSERT_FALSE(path.isNull());
+        ASSERT_FALSE(make().isNull());
         ASSERT_TRUE(GetParam().tagLyrics(path, c.tag));
         EXPECT_EQ(AudioFileLyrics::readLyric(path), c.lyric) << c.tag.left(40).toStdString();
     }
@@ -70,8 +72,6 @@ TEST_P(AudioFiles, ReadsTimedTextAndTheBlockButNotPlainText)
 
 TEST_P(AudioFiles, WritingRoundTripsAndReplaces)
 {
-    const QString path = make();
-    ASSERT_FALSE(path.isNull());
     EXPECT_FALSE(AudioFileLyrics::readLyric(path));
     ASSERT_TRUE(AudioFileLyrics::writeLyric(path, kTimed));
     EXPECT_EQ(AudioFileLyrics::readLyric(path), kTimed);
@@ -86,8 +86,6 @@ TEST_P(AudioFiles, WritingKeepsTheOwner)
 {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can give a file to another user";
-    const QString path = make();
-    ASSERT_FALSE(path.isNull());
     ASSERT_EQ(::chown(QFile::encodeName(path).constData(), 65534, 65534), 0);
     ASSERT_TRUE(AudioFileLyrics::writeLyric(path, kTimed));
     struct stat st {};
@@ -98,8 +96,6 @@ TEST_P(AudioFiles, WritingKeepsTheOwner)
 
 TEST_P(AudioFiles, AReadOnlyFileIsRefusedAndUnchanged)
 {
-    const QString path = make();
-    ASSERT_FALSE(path.isNull());
     const QByteArray before = bytesOf(path);
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup));
     EXPECT_FALSE(AudioFileLyrics::writeLyric(path, kTimed));
@@ -109,19 +105,18 @@ TEST_P(AudioFiles, AReadOnlyFileIsRefusedAndUnchanged)
 
 TEST_P(AudioFiles, ACorruptFileIsReadAsNothingAndLeftAlone)
 {
-    const QString path = home.filePath(QStringLiteral("broken.") + GetParam().extension);
+    const QString broken = home.filePath(QStringLiteral("broken.") + GetParam().extension);
     QByteArray noise(64 * 1024, '\0');
     QRandomGenerator random(7);
     for (char& c : noise)
         c = char(random.generate());
     // Noise behind the format's magic number, so TagLib goes past its first check. (A file
     // whose headers are whole but whose audio is damaged is written: only its tags change.)
-    const QByteArray real = bytesOf(make());
-    noise.replace(0, 4, real.left(4));
-    home.write(QFileInfo(path).fileName(), noise);
-    EXPECT_FALSE(AudioFileLyrics::readLyric(path));
-    EXPECT_FALSE(AudioFileLyrics::writeLyric(path, kTimed));
-    EXPECT_EQ(bytesOf(path), noise);
+    noise.replace(0, 4, bytesOf(path).left(4));
+    home.write(QFileInfo(broken).fileName(), noise);
+    EXPECT_FALSE(AudioFileLyrics::readLyric(broken));
+    EXPECT_FALSE(AudioFileLyrics::writeLyric(broken, kTimed));
+    EXPECT_EQ(bytesOf(broken), noise);
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, AudioFiles, ::testing::ValuesIn(audioFormats()),
@@ -146,9 +141,7 @@ TEST(AudioFileLyrics, TheLrcBesideTheAudioFile)
     EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio));
     home.write("song.lrc", kTimed.toUtf8());
     EXPECT_EQ(AudioFileLyrics::readLrcBeside(audio), kTimed);
-    home.write("song.lrc", QByteArray("\xff\xfe\x00"
-                                      "bad",
-                                      6));
+    home.write("song.lrc", QByteArray::fromHex("fffe00626164")); // bytes that are not UTF-8
     EXPECT_FALSE(AudioFileLyrics::readLrcBeside(audio)) << "not UTF-8 text";
 }
 

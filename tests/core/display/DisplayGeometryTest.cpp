@@ -109,13 +109,12 @@ TEST(HUDBackgroundGeometry, BodyHasRoundBottomCornersAndTheTitleStripRoundTopCor
     EXPECT_EQ(hud.bodyPath().boundingRect(), QRectF(0, 0, 300, 181));
     EXPECT_EQ(hud.titlePath().boundingRect(), QRectF(0, 181, 300, 19));
     // y up: the body's bottom corners are cut, its top corners square; the title the reverse.
-    EXPECT_FALSE(hud.bodyPath().contains(QPointF(0.5, 0.5)));
-    EXPECT_FALSE(hud.bodyPath().contains(QPointF(299.5, 0.5)));
-    EXPECT_TRUE(hud.bodyPath().contains(QPointF(0.5, 180.5)));
-    EXPECT_TRUE(hud.bodyPath().contains(QPointF(299.5, 180.5)));
-    EXPECT_TRUE(hud.bodyPath().contains(QPointF(6, 1)));
-    EXPECT_FALSE(hud.titlePath().contains(QPointF(0.5, 199.5)));
-    EXPECT_FALSE(hud.titlePath().contains(QPointF(299.5, 199.5)));
+    for (const QPointF p : {QPointF(0.5, 0.5), QPointF(299.5, 0.5)})
+        EXPECT_FALSE(hud.bodyPath().contains(p)) << p.x() << ',' << p.y();
+    for (const QPointF p : {QPointF(0.5, 180.5), QPointF(299.5, 180.5), QPointF(6, 1)})
+        EXPECT_TRUE(hud.bodyPath().contains(p)) << p.x() << ',' << p.y();
+    for (const QPointF p : {QPointF(0.5, 199.5), QPointF(299.5, 199.5)})
+        EXPECT_FALSE(hud.titlePath().contains(p)) << p.x() << ',' << p.y();
     EXPECT_TRUE(hud.titlePath().contains(QPointF(0.5, 181.5)));
     EXPECT_EQ(hud.titleTextRect(13), QRectF(19, 184, 262, 13));
     EXPECT_EQ(hud.flip().map(hud.titlePath()).boundingRect(), QRectF(0, 0, 300, 19));

@@ -68,15 +68,7 @@ protected:
         view.reloadData();
         host.forget();
     }
-    double rowTop(int line) const { return view.rows().rectForRow(line + 1).y(); }
 };
-
-TEST_F(LRCViewModelTest, RowLayoutIsAsExpected)
-{
-    EXPECT_DOUBLE_EQ(rowTop(0), 100);
-    EXPECT_DOUBLE_EQ(rowTop(4), 190);
-    EXPECT_DOUBLE_EQ(rowTop(10), 340);
-}
 
 struct MoveCase {
     int from;

@@ -37,12 +37,11 @@ INSTANTIATE_TEST_SUITE_P(Texts, StringEmptiness,
 
 TEST(NumberEmptiness, UsesTheIntegerValue)
 {
-    EXPECT_TRUE(isNonEmpty(QVariant(3)));
-    EXPECT_TRUE(isNonEmpty(QVariant(-1.7)));
-    EXPECT_FALSE(isNonEmpty(QVariant(0)));
-    EXPECT_FALSE(isNonEmpty(QVariant(0.5)));
-    EXPECT_FALSE(isNonEmpty(QVariant()));
-    EXPECT_FALSE(isNonEmpty(QVariant::fromValue(nullptr)));
+    for (const QVariant& yes : {QVariant(3), QVariant(-1.7)})
+        EXPECT_TRUE(isNonEmpty(yes)) << yes.toString().toStdString();
+    for (const QVariant& no :
+         {QVariant(0), QVariant(0.5), QVariant(), QVariant::fromValue(nullptr)})
+        EXPECT_FALSE(isNonEmpty(no)) << no.toString().toStdString();
 }
 
 TEST(Dictionary, StoredNullReadsAsAbsent)

@@ -87,17 +87,6 @@ TEST(NumberReading, HugeFloatIsInfinite)
     EXPECT_EQ(lrc::readFloat(QStringLiteral("0.") + QString(400, u'0') + u'1'), 0.0f);
 }
 
-TEST(OffsetTag, FirstTagAnywhereCounts)
-{
-    const auto tag = lrc::findOffsetTag(u"x[offset:-250]y\n[offset:900]");
-    ASSERT_TRUE(tag);
-    EXPECT_EQ(tag->text, QStringLiteral("[offset:-250]"));
-    EXPECT_EQ(tag->milliseconds, -250);
-    for (const char16_t* bad : {u"[offset:12.5]", u"[offset: 500]", u"[OFFSET:500]"})
-        EXPECT_FALSE(lrc::findOffsetTag(QString::fromUtf16(bad)))
-            << QString::fromUtf16(bad).toStdString();
-}
-
 QString randomText(QRandomGenerator& random, std::u16string_view alphabet, int maxLength)
 {
     QString text;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace {
 
 QString at(Lyric& lyric, double t)
@@ -39,21 +41,30 @@ INSTANTIATE_TEST_SUITE_P(Times, ThreeLines,
                                            TimeCase{100.0, "C"}, TimeCase{1e9, "C"},
                                            TimeCase{-1.0, "<nil>"}));
 
-TEST(Timeline, BeforeTheFirstLineIsNothing)
+TEST(Timeline, FirstLastRepeatedAndOutOfOrderLines)
 {
-    Lyric lyric;
-    lyric.parseLRCcontent(QStringLiteral("[00:02.00]A\n[00:05.00]B\n[00:09.00]C"));
-    EXPECT_EQ(at(lyric, 6), QStringLiteral("B"));
-    EXPECT_EQ(at(lyric, 1), QStringLiteral("<nil>"));
-    EXPECT_EQ(at(lyric, 2), QStringLiteral("A"));
-}
-
-TEST(Timeline, ASingleLineIsShownAtEveryTime)
-{
-    Lyric lyric;
-    lyric.parseLRCcontent(QStringLiteral("[00:30.00]only"));
-    EXPECT_EQ(at(lyric, 0), QStringLiteral("only"));
-    EXPECT_EQ(at(lyric, -5), QStringLiteral("only"));
+    // Times before the first line, a single line shown at every time, the last of identical
+    // start times; lines sorted as 10.6, 10.0, 12.0, where the scan stops at 10.6 for earlier
+    // times and never returns that line for later ones.
+    const char* late = "[00:02.00]A\n[00:05.00]B\n[00:09.00]C";
+    const char* only = "[00:30.00]only";
+    const char* same = "[00:01]a\n[00:03]first\n[00:03]second\n[00:05]c";
+    const char* near = "[00:10.60]first\n[00:10.00]second\n[00:12.00]third";
+    const struct {
+        const char* text;
+        double time;
+        const char* line;
+    } cases[] = {{late, 6, "B"},        {late, 1, "<nil>"},     {late, 2, "A"},
+                 {only, 0, "only"},     {only, -5, "only"},     {same, 3.5, "second"},
+                 {near, 10.3, "<nil>"}, {near, 10.7, "second"}, {near, 12.5, "third"}};
+    // One document for each run of its rows, asked in order as a player would.
+    std::optional<Lyric> lyric;
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        const auto& c = cases[i];
+        if (i == 0 || c.text != cases[i - 1].text)
+            lyric.emplace().parseLRCcontent(QString::fromUtf8(c.text));
+        EXPECT_EQ(at(*lyric, c.time), QString::fromUtf8(c.line)) << c.text << " at " << c.time;
+    }
 }
 
 TEST(Timeline, EmptyDocumentAnswersNothing)
@@ -64,24 +75,6 @@ TEST(Timeline, EmptyDocumentAnswersNothing)
     lyric.parseLRCcontent(QString());
     EXPECT_EQ(lyric.lrcItemAtTime(3), nullptr);
     EXPECT_EQ(lyric.lines(), 0);
-}
-
-TEST(Timeline, IdenticalStartTimesGiveTheLastOfThem)
-{
-    Lyric lyric;
-    lyric.parseLRCcontent(QStringLiteral("[00:01]a\n[00:03]first\n[00:03]second\n[00:05]c"));
-    EXPECT_EQ(at(lyric, 3.5), QStringLiteral("second"));
-}
-
-TEST(Timeline, OutOfOrderNearLinesAreSkippedOrAnswerNothing)
-{
-    // Sorted as 10.6, 10.0, 12.0: the scan stops at 10.6 for earlier times and never
-    // returns that line for later ones.
-    Lyric lyric;
-    lyric.parseLRCcontent(QStringLiteral("[00:10.60]first\n[00:10.00]second\n[00:12.00]third"));
-    EXPECT_EQ(at(lyric, 10.3), QStringLiteral("<nil>"));
-    EXPECT_EQ(at(lyric, 10.7), QStringLiteral("second"));
-    EXPECT_EQ(at(lyric, 12.5), QStringLiteral("third"));
 }
 
 TEST(Timeline, CachedLineFollowsTheEndTimeFixedAtSort)

@@ -20,7 +20,7 @@ using StringMap = QMap<QString, QString>;
 
 struct Shape {
     const char* label;
-    std::function<QVariantList()> arguments;
+    QVariantList arguments;
 };
 
 void PrintTo(const Shape& shape, std::ostream* os)
@@ -56,7 +56,7 @@ TEST_P(NotificationShapes, AnotherSignatureIsNoise)
     // A real source listens too: its handler reads the user info.
     iTunesControl itunes(Workspace::sharedWorkspace(), center);
 
-    postRaw(GetParam().arguments());
+    postRaw(GetParam().arguments);
     center.post(kName, kSender, {{"Player State", "Stopped"}});
     ASSERT_TRUE(postedNoticesDelivered());
     ASSERT_EQ(received.size(), 1);
@@ -68,45 +68,20 @@ QVariant dbusVariant(const QVariant& value)
     return QVariant::fromValue(QDBusVariant(value));
 }
 
+using Args = QVariantList;
+const QVariantMap kPlaying{{"Player State", "Playing"}};
+
 INSTANTIATE_TEST_SUITE_P(
     Shapes, NotificationShapes,
-    ::testing::Values(Shape{"ssa{ss}",
-                            [] {
-                                return QVariantList{
-                                    kName, kSender,
-                                    QVariant::fromValue(StringMap{{"Player State", "Stopped"}})};
-                            }},
-                      Shape{"ss",
-                            [] {
-                                return QVariantList{kName, kSender};
-                            }},
-                      Shape{"s", [] { return QVariantList{kName}; }},
-                      Shape{"empty", [] { return QVariantList{}; }},
-                      Shape{"sss",
-                            [] {
-                                return QVariantList{kName, kSender, QStringLiteral("Stopped")};
-                            }},
-                      Shape{"iia{sv}",
-                            [] {
-                                return QVariantList{1, 2, QVariantMap{{"Player State", "x"}}};
-                            }},
-                      Shape{"ssv",
-                            [] {
-                                return QVariantList{kName, kSender, dbusVariant(42)};
-                            }},
-                      Shape{"ssas",
-                            [] {
-                                return QVariantList{kName, kSender, QStringList{"Stopped"}};
-                            }},
-                      Shape{"ssa{sv}s",
-                            [] {
-                                return QVariantList{kName, kSender,
-                                                    QVariantMap{{"Player State", "Playing"}},
-                                                    QStringLiteral("extra")};
-                            }},
-                      Shape{"vva{sv}", [] {
-                                return QVariantList{dbusVariant(kName), dbusVariant(kSender),
-                                                    QVariantMap{{"Player State", "Playing"}}};
-                            }}));
+    ::testing::Values(
+        Shape{"ssa{ss}",
+              Args{kName, kSender, QVariant::fromValue(StringMap{{"Player State", "Stopped"}})}},
+        Shape{"ss", Args{kName, kSender}}, Shape{"s", Args{kName}}, Shape{"empty", Args()},
+        Shape{"sss", Args{kName, kSender, QStringLiteral("Stopped")}},
+        Shape{"iia{sv}", Args{1, 2, QVariantMap{{"Player State", "x"}}}},
+        Shape{"ssv", Args{kName, kSender, dbusVariant(42)}},
+        Shape{"ssas", Args{kName, kSender, QStringList{"Stopped"}}},
+        Shape{"ssa{sv}s", Args{kName, kSender, kPlaying, QStringLiteral("extra")}},
+        Shape{"vva{sv}", Args{dbusVariant(kName), dbusVariant(kSender), kPlaying}}));
 
 } // namespace

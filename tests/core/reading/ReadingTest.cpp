@@ -36,31 +36,27 @@ TEST_P(TranslationDetection, FoldsOnlyTheLinesRightAfterTheirLineOnTheSameTags)
     EXPECT_EQ(r.secondaryOf(0), QString::fromUtf8(GetParam().underFirst));
 }
 
+using Owners = std::vector<int>;
+
 INSTANTIATE_TEST_SUITE_P(
     Layouts, TranslationDetection,
     ::testing::Values(
-        Detection{"Pairs",
-                  "[00:01.00]Hello\n[00:01.00]你好\n[00:03.00]World\n[00:03.00]世界",
-                  {0, 0, 2, 2},
-                  "你好"},
+        Detection{"Pairs", "[00:01.00]Hello\n[00:01.00]你好\n[00:03.00]World\n[00:03.00]世界",
+                  Owners{0, 0, 2, 2}, "你好"},
         // A chorus written once with all its tags: a line right after it repeating one of them
         // is a line of its own.
         Detection{"LoneRepeatedTagOfAChorus",
                   "[00:01.00][00:09.00]Chorus\n[00:09.00]Bridge\n[00:05.00]Verse",
-                  {0, 1, 2, 3},
+                  Owners{0, 1, 2, 3}, ""},
+        Detection{"SameTagNotRightAfter", "[00:01.00]A\n[00:02.00]X\n[00:01.00]B", Owners{0, 1, 2},
                   ""},
-        Detection{"SameTagNotRightAfter", "[00:01.00]A\n[00:02.00]X\n[00:01.00]B", {0, 1, 2}, ""},
-        Detection{"ThreeLinesOnOneTag",
-                  "[00:01.00]歌\n[00:01.00]ge\n[00:01.00]Song\n[00:04.00]End",
-                  {0, 0, 0, 3},
-                  "ge\nSong"},
+        Detection{"ThreeLinesOnOneTag", "[00:01.00]歌\n[00:01.00]ge\n[00:01.00]Song\n[00:04.00]End",
+                  Owners{0, 0, 0, 3}, "ge\nSong"},
         Detection{"FourLinesOnOneTagAreNoTranslation",
-                  "[00:00.00]a\n[00:00.00]b\n[00:00.00]c\n[00:00.00]d",
-                  {0, 1, 2, 3},
-                  ""},
-        Detection{
-            "BlankTranslation", "[00:01.00]Hello\n[00:01.00]\n[00:03.00]World", {0, 0, 2}, ""},
-        Detection{"BlankLineTranslatesNothing", "[00:01.00]\n[00:01.00]Hello", {0, 1}, ""}),
+                  "[00:00.00]a\n[00:00.00]b\n[00:00.00]c\n[00:00.00]d", Owners{0, 1, 2, 3}, ""},
+        Detection{"BlankTranslation", "[00:01.00]Hello\n[00:01.00]\n[00:03.00]World",
+                  Owners{0, 0, 2}, ""},
+        Detection{"BlankLineTranslatesNothing", "[00:01.00]\n[00:01.00]Hello", Owners{0, 1}, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 struct Reading {
@@ -92,13 +88,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ScriptOnDisplay, ConvertsTheShownTextAndLeavesTheFileAlone)
 {
     TempHome home;
-    const QString path = home.filePath("song.lrc");
     const QByteArray stored = QStringLiteral("[00:01.00]愛與夢\n[00:01.00]Love\n").toUtf8();
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(stored);
-    }
+    const QString path = home.write("song.lrc", stored);
     Lyric lyric;
     ASSERT_TRUE(lyric.parseLRCfile(path));
     const QString contents = lyric.contents();

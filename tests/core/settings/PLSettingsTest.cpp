@@ -59,8 +59,6 @@ TEST_F(Framework, SetterNamesChangeOnlyTheFirstCharacter)
     EXPECT_EQ(PLSettingProperty::setterNameSEL("lyricFont"), QStringLiteral("setLyricFont:"));
     EXPECT_EQ(PLSettingProperty::setterNameSEL("isSaveLRCtoDisk"),
               QStringLiteral("setIsSaveLRCtoDisk:"));
-    EXPECT_EQ(PLSettingProperty::setterNameSEL("isHaveLrcPlugin"),
-              QStringLiteral("setIsHaveLrcPlugin:"));
     EXPECT_EQ(PLSettingProperty::setterNameSEL("x"), QStringLiteral("setX:"));
 }
 

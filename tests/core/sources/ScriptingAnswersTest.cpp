@@ -59,11 +59,6 @@ struct Answer {
     std::function<double(const iTunesControl&)> read;
 };
 
-void PrintTo(const Answer& answer, std::ostream* os)
-{
-    *os << answer.label;
-}
-
 class WrongAnswers : public ::testing::TestWithParam<Answer> {
 protected:
     void SetUp() override
@@ -91,6 +86,10 @@ double position(const iTunesControl& c)
 {
     return c.playerPosition();
 }
+double playing(const iTunesControl& c)
+{
+    return double(c.isPlaying());
+}
 double trackId(const iTunesControl& c)
 {
     return double(c.currentTrack()->databaseID());
@@ -106,15 +105,11 @@ INSTANTIATE_TEST_SUITE_P(
                [] { return inVariant(QStringLiteral("83")); }, position},
         Answer{"PositionNotInAVariant", "/", "playerPosition", [] { return QVariantList{83.7}; },
                position},
-        Answer{"PositionTwoValues", "/", "playerPosition",
-               [] {
-                   return QVariantList{inVariant(83.7).first(), 1};
-               },
+        Answer{"PositionTwoValues", "/", "playerPosition", [] { return inVariant(83.7) << 1; },
                position},
         Answer{"StateText", "/", "playerState", [] { return inVariant(QStringLiteral("kPSP")); },
-               [](const iTunesControl& c) { return double(c.isPlaying()); }},
-        Answer{"StateDouble", "/", "playerState", [] { return inVariant(1800426320.0); },
-               [](const iTunesControl& c) { return double(c.isPlaying()); }},
+               playing},
+        Answer{"StateDouble", "/", "playerState", [] { return inVariant(1800426320.0); }, playing},
         Answer{"TrackAsText", "/", "currentTrack",
                [] { return inVariant(QStringLiteral("/Tracks/1")); },
                [](const iTunesControl& c) { return double(!c.currentTrack()->isNull()); }},
@@ -130,7 +125,8 @@ INSTANTIATE_TEST_SUITE_P(
         Answer{"RatingOutOfRange", "/Tracks/1", "rating", [] { return inVariant(1000); },
                [](const iTunesControl& c) { return double(c.currentTrack()->rating()); }},
         Answer{"DurationNaN", "/Tracks/1", "duration", [] { return inVariant(kNaN); },
-               [](const iTunesControl& c) { return c.currentTrack()->duration(); }}));
+               [](const iTunesControl& c) { return c.currentTrack()->duration(); }}),
+    [](const auto& info) { return std::string(info.param.label); });
 
 TEST(JukoraAnswers, ANonsensePositionReadsAsZero)
 {

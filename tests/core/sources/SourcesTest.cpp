@@ -44,6 +44,23 @@ DistributedNotificationCenter& center()
     return DistributedNotificationCenter::defaultCenter();
 }
 
+// The three sources of the notification players, each with its recorder.
+struct AllSources {
+    MusicSourceQQMusic qq{workspace(), center()};
+    JukoraControl jukora{workspace(), center()};
+    iTunesControl itunes{workspace(), center()};
+    ITunesDelegate delegate;
+    Target qqTarget, jukoraTarget;
+    AllSources()
+    {
+        qqTarget.running = [this] { return qq.isRunning(); };
+        jukoraTarget.running = [this] { return jukora.isRunning(); };
+        qq.setCallBack(&qqTarget, "songChanged", "appStateChanged");
+        jukora.setCallBack(&jukoraTarget, "songChanged", "appStateChanged");
+        itunes.setDelegate(&delegate);
+    }
+};
+
 class Sources : public ::testing::Test {
 protected:
     quint16 port = closedPort();
@@ -82,26 +99,16 @@ protected:
 
 TEST_F(Sources, RegisteringWithNoPlayerReportsNotRunningOnce)
 {
-    MusicSourceQQMusic qq(workspace(), center());
-    JukoraControl jukora(workspace(), center());
-    Target qqTarget, jukoraTarget;
-    qqTarget.running = [&] { return qq.isRunning(); };
-    jukoraTarget.running = [&] { return jukora.isRunning(); };
-    qq.setCallBack(&qqTarget, "songChanged", "appStateChanged");
-    jukora.setCallBack(&jukoraTarget, "songChanged", "appStateChanged");
-    EXPECT_EQ(qqTarget.appStates, QList<bool>{false});
-    EXPECT_EQ(jukoraTarget.appStates, QList<bool>{false});
-    EXPECT_EQ(qq.track(), nullptr);
-    EXPECT_EQ(qq.location(), 0.0f);
-    EXPECT_FALSE(jukora.item());
-
-    ITunesDelegate delegate;
-    iTunesControl itunes(workspace(), center());
-    itunes.setDelegate(&delegate);
-    itunes.updateAppLifeState();
-    EXPECT_EQ(delegate.lifeCycle, QList<bool>{false});
-    EXPECT_EQ(itunes.playerPosition(), 0.0f);
-    EXPECT_FALSE(itunes.currentTrack());
+    AllSources all;
+    EXPECT_EQ(all.qqTarget.appStates, QList<bool>{false});
+    EXPECT_EQ(all.jukoraTarget.appStates, QList<bool>{false});
+    EXPECT_EQ(all.qq.track(), nullptr);
+    EXPECT_EQ(all.qq.location(), 0.0f);
+    EXPECT_FALSE(all.jukora.item());
+    all.itunes.updateAppLifeState();
+    EXPECT_EQ(all.delegate.lifeCycle, QList<bool>{false});
+    EXPECT_EQ(all.itunes.playerPosition(), 0.0f);
+    EXPECT_FALSE(all.itunes.currentTrack());
 }
 
 TEST_F(Sources, AFreshQQMusicTrackIsEmptyNotMissing)
@@ -118,16 +125,8 @@ TEST_F(Sources, AFreshQQMusicTrackIsEmptyNotMissing)
 
 TEST_F(Sources, StartAndQuitInEveryOrder)
 {
-    MusicSourceQQMusic qq(workspace(), center());
-    JukoraControl jukora(workspace(), center());
-    ITunesDelegate delegate;
-    iTunesControl itunes(workspace(), center());
-    itunes.setDelegate(&delegate);
-    Target qqTarget, jukoraTarget;
-    qqTarget.running = [&] { return qq.isRunning(); };
-    jukoraTarget.running = [&] { return jukora.isRunning(); };
-    qq.setCallBack(&qqTarget, "songChanged", "appStateChanged");
-    jukora.setCallBack(&jukoraTarget, "songChanged", "appStateChanged");
+    AllSources all;
+    auto& [qq, jukora, itunes, delegate, qqTarget, jukoraTarget] = all;
 
     // Rounds are a minute apart on the seam's clock, so the relaunch guard stays out of it.
     double now = 5000.0;
@@ -420,20 +419,13 @@ TEST_F(Sources, RelaunchWithinTwoTenthsOfASecondIsClosed)
 
 TEST_F(Sources, OtherApplicationsAreIgnored)
 {
-    MusicSourceQQMusic qq(workspace(), center());
-    JukoraControl jukora(workspace(), center());
-    ITunesDelegate delegate;
-    iTunesControl itunes(workspace(), center());
-    itunes.setDelegate(&delegate);
-    Target qqTarget, jukoraTarget;
-    qq.setCallBack(&qqTarget, "songChanged", "appStateChanged");
-    jukora.setCallBack(&jukoraTarget, "songChanged", "appStateChanged");
+    AllSources all;
     ASSERT_TRUE(QDBusConnection::sessionBus().registerService("org.example.SomethingElse"));
     QDBusConnection::sessionBus().unregisterService("org.example.SomethingElse");
     ASSERT_TRUE(busSignalsDelivered());
-    EXPECT_EQ(qqTarget.appStates.size(), 1);
-    EXPECT_EQ(jukoraTarget.appStates.size(), 1);
-    EXPECT_TRUE(delegate.lifeCycle.isEmpty());
+    EXPECT_EQ(all.qqTarget.appStates.size(), 1);
+    EXPECT_EQ(all.jukoraTarget.appStates.size(), 1);
+    EXPECT_TRUE(all.delegate.lifeCycle.isEmpty());
 }
 
 TEST_F(Sources, ShutdownNoticeFromThePlayerQuitsTheApplication)

@@ -78,12 +78,10 @@ TEST_F(StoreTest, EmptyNamesAreIgnoredButBlankOnesAreLookedUp)
 TEST_F(StoreTest, OverwriteRules)
 {
     putFile(QStringLiteral("Ann--Rain.lrc"), "[00:01]old\r\n");
-    control.writeLrc(*lyricOf(QStringLiteral("[00:01]new")), QStringLiteral("Ann"),
-                     QStringLiteral("Rain"), false);
+    writeRain(QStringLiteral("[00:01]new"), false);
     EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")), QByteArray("[00:01]old\r\n"));
 
-    control.writeLrc(*lyricOf(QStringLiteral("[ar:Ann]\n[offset:5]\n[00:01]new")),
-                     QStringLiteral("Ann"), QStringLiteral("Rain"), true);
+    writeRain(QStringLiteral("[ar:Ann]\n[offset:5]\n[00:01]new"), true);
     EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")),
               QByteArray("[ar:Ann]\n[offset:5]\n[00:01]new"));
 }
@@ -94,8 +92,7 @@ TEST_F(StoreTest, UnreadableEmptyOrOversizedFileCountsAsAbsentAndIsReplaced)
     for (const QByteArray& old : {QByteArray("\xFF\xFE\xFD"), QByteArray(), oversized}) {
         putFile(QStringLiteral("Ann--Rain.lrc"), old);
         EXPECT_EQ(control.readLrcByIdentify(QStringLiteral("Ann--Rain")), nullptr);
-        control.writeLrc(*lyricOf(QStringLiteral("[00:01]fresh")), QStringLiteral("Ann"),
-                         QStringLiteral("Rain"), false);
+        writeRain(QStringLiteral("[00:01]fresh"), false);
         EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")), QByteArray("[00:01]fresh"));
     }
 }
@@ -104,12 +101,11 @@ TEST_F(StoreTest, BlankLyricsAreNeverWritten)
 {
     for (const QString& text :
          {QStringLiteral(" \n\r\n\t"), QString(), QString(QLatin1String(""))}) {
-        control.writeLrc(*lyricOf(text), QStringLiteral("Ann"), QStringLiteral("Rain"), true);
+        writeRain(text, true);
         EXPECT_FALSE(QFileInfo::exists(folder() + QStringLiteral("/Ann--Rain.lrc")));
     }
     // A tagless but non-blank text is a lyric as far as the folder is concerned.
-    control.writeLrc(*lyricOf(QStringLiteral("just words")), QStringLiteral("Ann"),
-                     QStringLiteral("Rain"), true);
+    writeRain(QStringLiteral("just words"), true);
     EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")), QByteArray("just words"));
     EXPECT_EQ(control.readLrcByIdentify(QStringLiteral("Ann--Rain"))->lines(), 0);
 }
@@ -170,8 +166,7 @@ TEST_F(StoreTest, ListingKeepsLyricNamesOnly)
 TEST_F(StoreTest, WritesLeaveNoTemporaryFilesBehind)
 {
     for (int i = 0; i < 5; ++i)
-        control.writeLrc(*lyricOf(QStringLiteral("[00:01]v%1").arg(i)), QStringLiteral("Ann"),
-                         QStringLiteral("Rain"), true);
+        writeRain(QStringLiteral("[00:01]v%1").arg(i), true);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files | QDir::Hidden), QStringList{"Ann--Rain.lrc"});
     EXPECT_EQ(stored(QStringLiteral("Ann--Rain.lrc")), QByteArray("[00:01]v4"));
 }
@@ -230,10 +225,8 @@ TEST_P(NonRegularEntries, AreNoLyricsAndAreLeftAlone)
 
     withoutWaiting([&] {
         control.fetchLrcByArtist(QStringLiteral("Ann"), QStringLiteral("Rain"));
-        control.writeLrc(*lyricOf(QStringLiteral("[00:01]new")), QStringLiteral("Ann"),
-                         QStringLiteral("Rain"), false);
-        control.writeLrc(*lyricOf(QStringLiteral("[00:01]new")), QStringLiteral("Ann"),
-                         QStringLiteral("Rain"), true);
+        writeRain(QStringLiteral("[00:01]new"), false);
+        writeRain(QStringLiteral("[00:01]new"), true);
     });
     ASSERT_EQ(delegate.calls.size(), 1u);
     EXPECT_EQ(delegate.calls[0].what, QStringLiteral("failed"));

@@ -146,7 +146,7 @@ TEST_F(StoreTest, UnusableTagFallsThroughToTheFolder)
 
 // Only blocks that reading gives back are written: the text's UTF-8 may fill the inflation
 // limit but not pass it.
-class LargeLyrics : public ::testing::TestWithParam<qsizetype> {};
+class LargeLyrics : public StoreTest, public ::testing::WithParamInterface<qsizetype> {};
 
 TEST_P(LargeLyrics, AreWrittenOnlyWhenTheyReadBack)
 {
@@ -158,9 +158,6 @@ TEST_P(LargeLyrics, AreWrittenOnlyWhenTheyReadBack)
     ASSERT_EQ(lyric.contents().size(), GetParam());
 
     MemoryTrack track;
-    LyricControl control;
-    RecordingDelegate delegate;
-    control.setDelegate(&delegate);
     control.writeLrcToTrack(lyric, track, true, true);
     if (GetParam() > foundation::kMaxInflatedSize) {
         EXPECT_TRUE(track.tag.isEmpty());

@@ -55,6 +55,11 @@ protected:
         lyric->parseLRCcontent(text);
         return lyric;
     }
+    // Writes text as Ann's "Rain".
+    void writeRain(const QString& text, bool overwrite)
+    {
+        control.writeLrc(*lyricOf(text), QStringLiteral("Ann"), QStringLiteral("Rain"), overwrite);
+    }
     QString folder() const { return LyricControl::_pathLrcs(); }
     QByteArray stored(const QString& fileName) const
     {
