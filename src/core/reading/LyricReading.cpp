@@ -61,8 +61,16 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
         switch (options.script) {
         case Script::Simplified:
             return converter.translateToSimplifed(text);
-        case Script::Traditional:
-            return converter.translateToTraditional(text);
+        case Script::Traditional: {
+            // The converter's table writes 一 as the numeral 壹 (as on a cheque); a lyric means
+            // the plain one, which traditional script writes the same.
+            QString traditional = converter.translateToTraditional(text);
+            if (traditional.size() == text.size())
+                for (qsizetype i = 0; i < text.size(); ++i)
+                    if (text[i] == QChar(0x4E00))
+                        traditional[i] = text[i];
+            return traditional;
+        }
         case Script::Original:
             break;
         }

@@ -108,6 +108,17 @@ TEST(ScriptOnDisplay, ConvertsTheShownTextAndLeavesTheFileAlone)
     EXPECT_EQ(file.readAll(), stored);
 }
 
+TEST(ScriptOnDisplay, TraditionalKeepsThePlainOne)
+{
+    Lyric lyric;
+    lyric.parseLRCcontent(QStringLiteral("[00:01.00]我们一起唱每一条船\n"));
+    const PLTranslatorZh converter(false);
+    const auto r = LyricReading::compute(
+        lyric, {ReadingOptions::Secondary::None, ReadingOptions::Script::Traditional}, converter,
+        nullptr);
+    EXPECT_EQ(r.text.at(0), QStringLiteral("我們一起唱每一條船"));
+}
+
 TEST(ReadingOptions, StoredByNameUnknownNamesReadAsTheDefaults)
 {
     TempHome home;
