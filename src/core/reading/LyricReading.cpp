@@ -81,7 +81,9 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
     LineReadings r;
     r.text.resize(std::size_t(n));
     r.secondary.resize(std::size_t(n));
-    if (aided && options.secondary == Secondary::Translation) {
+    // Translation lines never stand as lines of their own while something goes under each line:
+    // the sung line is lit, not its translation.
+    if (aided && options.secondary != Secondary::None) {
         r.owner = translation::owners(lyric);
     } else {
         r.owner.resize(std::size_t(n));
@@ -95,7 +97,7 @@ LineReadings LyricReading::compute(const Lyric& lyric, const ReadingOptions& opt
         const int owner = r.owner[std::size_t(i)];
         if (owner != i) {
             // A translation line: its text goes under its line, one line each.
-            if (foundation::isNonEmpty(content)) {
+            if (options.secondary == Secondary::Translation && foundation::isNonEmpty(content)) {
                 QString& under = r.secondary[std::size_t(owner)];
                 under +=
                     (under.isEmpty() ? QString() : QStringLiteral("\n")) + shown(content.trimmed());
