@@ -1,6 +1,8 @@
 #include "gui/display/BackgroundDragMover.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QStyleHints>
 #include <QWidget>
 #include <QWindow>
 
@@ -21,20 +23,33 @@ bool BackgroundDragMover::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonPress:
         if (mouse()->button() != Qt::LeftButton)
             break;
-        if (m_window->windowHandle() && m_window->windowHandle()->startSystemMove())
-            return true;
-        m_dragging = true;
-        m_grab = mouse()->globalPosition().toPoint() - m_window->frameGeometry().topLeft();
+        // The move starts once the pointer has travelled: a quick click or a tap must not hand
+        // the window to the window manager after the button is already up.
+        m_pressed = true;
+        m_dragging = false;
+        m_press = mouse()->globalPosition().toPoint();
+        m_grab = m_press - m_window->frameGeometry().topLeft();
         return true;
     case QEvent::MouseMove:
-        if (!m_dragging)
+        if (m_dragging) {
+            m_window->move(mouse()->globalPosition().toPoint() - m_grab);
+            return true;
+        }
+        if (!m_pressed || !(mouse()->buttons() & Qt::LeftButton))
             break;
+        if ((mouse()->globalPosition().toPoint() - m_press).manhattanLength() <
+            QGuiApplication::styleHints()->startDragDistance())
+            return true;
+        m_pressed = false;
+        if (m_window->windowHandle() && m_window->windowHandle()->startSystemMove())
+            return true;
+        m_dragging = true; // no window manager move: the window follows the pointer
         m_window->move(mouse()->globalPosition().toPoint() - m_grab);
         return true;
     case QEvent::MouseButtonRelease:
-        if (!m_dragging)
+        if (mouse()->button() != Qt::LeftButton || (!m_pressed && !m_dragging))
             break;
-        m_dragging = false;
+        m_pressed = m_dragging = false;
         return true;
     default:
         break;

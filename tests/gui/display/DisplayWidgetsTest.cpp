@@ -1,4 +1,5 @@
 #include "core/settings/Settings.h"
+#include "gui/display/BackgroundDragMover.h"
 #include "gui/display/HUDWindow.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/display/SingleLineView.h"
@@ -118,6 +119,33 @@ TEST_F(SingleLineTest, FirstLaunchIsCentred200AboveTheBottomThenRemembered)
     EXPECT_EQ(saved.toRect().topLeft(), screen.topLeft() + QPoint(10, 20));
     SingleLineModeController again(settings.get());
     EXPECT_EQ(again.window()->pos(), screen.topLeft() + QPoint(10, 20));
+}
+
+// Moves follow a drag past the drag distance; a click or a wobble moves nothing.
+TEST(BackgroundDrag, OnlyADragMovesTheWindow)
+{
+    QWidget window;
+    window.setGeometry(100, 100, 200, 50);
+    new BackgroundDragMover(&window);
+    window.show();
+    const auto send = [&](QEvent::Type type, QPoint global, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, QPointF(global - window.pos()), QPointF(global),
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &event);
+    };
+    const QPoint start = window.pos();
+    const QPoint at = start + QPoint(20, 20);
+    send(QEvent::MouseButtonPress, at, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, at, Qt::NoButton);
+    send(QEvent::MouseMove, at + QPoint(50, 0), Qt::NoButton);
+    EXPECT_EQ(window.pos(), start) << "a click does not pick the window up";
+    send(QEvent::MouseButtonPress, at, Qt::LeftButton);
+    send(QEvent::MouseMove, at + QPoint(2, 1), Qt::LeftButton);
+    EXPECT_EQ(window.pos(), start);
+    send(QEvent::MouseMove, at + QPoint(40, 10), Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, at + QPoint(40, 10), Qt::NoButton);
+    EXPECT_EQ(window.pos(), start + QPoint(40, 10));
 }
 
 QImage pictureOf(SingleLineView& view)
