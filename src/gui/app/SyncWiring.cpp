@@ -37,6 +37,8 @@ SyncWiring::SyncWiring(AppDelegate& app, AppController& scrolling, LyricPanel& p
     m_notice = std::make_unique<OffsetNotice>(
         [&strip]() -> QWidget* { return strip.isWindowLoaded() ? strip.window() : nullptr; });
     QObject::connect(&app.sync(), &SyncControls::offsetNudged, m_notice.get(), &OffsetNotice::show);
+    QObject::connect(m_notice.get(), &OffsetNotice::areaChanged, &strip,
+                     &SingleLineModeController::setOverlay);
 }
 
 SyncWiring::~SyncWiring() = default;

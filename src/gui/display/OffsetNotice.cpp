@@ -16,6 +16,7 @@ OffsetNotice::OffsetNotice(std::function<QWidget*()> strip, QObject* parent)
     connect(&m_hide, &QTimer::timeout, this, [this] {
         if (m_label)
             m_label->hide();
+        Q_EMIT areaChanged({});
     });
 }
 
@@ -43,8 +44,14 @@ void OffsetNotice::show(double seconds)
     font.setBold(true);
     m_label->setFont(font);
     m_label->setText(offsetnudge::noticeText(seconds));
-    // Over the whole strip (its shape shows the part where the line is).
-    m_label->setGeometry(strip->rect());
+    // Its own size, in the middle of the strip, however short the line under it.
+    const QSize text = m_label->sizeHint();
+    const QSize size(std::min(strip->width(), text.width() + text.height() * 2),
+                     std::min(strip->height(), text.height() * 3 / 2));
+    QRect area(QPoint(), size);
+    area.moveCenter(strip->rect().center());
+    m_label->setGeometry(area);
+    Q_EMIT areaChanged(area);
     m_label->show();
     m_label->raise();
     m_hide.start();

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 
 #include <functional>
@@ -23,6 +24,11 @@ public:
     void show(double seconds);
     // The label while it shows; null otherwise.
     QLabel* label() const;
+
+Q_SIGNALS:
+    // Where the notice is drawn in the strip's window; empty once it is gone. The window's shape
+    // must take it in, or the notice is cut to the line's shape.
+    void areaChanged(const QRect& area);
 
 private:
     std::function<QWidget*()> m_strip;

@@ -97,8 +97,16 @@ void SingleLineModeController::loadWindow()
 // painted. A shape cannot be empty, so a blank strip keeps one corner pixel.
 void SingleLineModeController::applyShape(const QRect& shown)
 {
-    if (m_window)
-        m_window->setMask(shown.isEmpty() ? QRegion(0, 0, 1, 1) : QRegion(shown));
+    if (!m_window)
+        return;
+    const QRegion region = QRegion(shown).united(m_overlay);
+    m_window->setMask(region.isEmpty() ? QRegion(0, 0, 1, 1) : region);
+}
+
+void SingleLineModeController::setOverlay(const QRect& area)
+{
+    m_overlay = area;
+    applyShape(m_view ? m_view->inputRect() : QRect());
 }
 
 void SingleLineModeController::followState(const AppState* state)

@@ -37,6 +37,9 @@ public:
     // time), read on each content update; not owned.
     void followState(const AppState* state);
     void updateFromSettings();
+    // A part of the window drawn over the line for a while (a notice); the window's shape takes
+    // it in until it is set empty again.
+    void setOverlay(const QRect& area);
 
     // A frameless, floating strip with the content rectangle's size, placed where it was
     // saved or, the first time, centred 200 above the bottom of the main screen.
@@ -51,4 +54,5 @@ private:
     std::unique_ptr<QWidget> m_window;
     QPointer<SingleLineView> m_view;
     QPointer<const AppState> m_state;
+    QRect m_overlay;
 };

@@ -1,6 +1,7 @@
 #include "core/settings/Settings.h"
 #include "gui/display/BackgroundDragMover.h"
 #include "gui/display/HUDWindow.h"
+#include "gui/display/OffsetNotice.h"
 #include "gui/display/SingleLineModeController.h"
 #include "gui/display/SingleLineView.h"
 #include "gui/display/VSEffectLabel.h"
@@ -11,10 +12,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QTest>
 
 namespace {
 
@@ -119,6 +122,28 @@ TEST_F(SingleLineTest, FirstLaunchIsCentred200AboveTheBottomThenRemembered)
     EXPECT_EQ(saved.toRect().topLeft(), screen.topLeft() + QPoint(10, 20));
     SingleLineModeController again(settings.get());
     EXPECT_EQ(again.window()->pos(), screen.topLeft() + QPoint(10, 20));
+}
+
+// The notice is whole over a short line, and the window's shape gives its place back after.
+TEST_F(SingleLineTest, TheOffsetNoticeIsWholeOverAShortLineAndThenGone)
+{
+    SingleLineModeController controller(settings.get());
+    controller.setContent(QStringLiteral("Hi"));
+    QWidget* window = controller.window();
+    window->show();
+    OffsetNotice notice([window] { return window; });
+    QObject::connect(&notice, &OffsetNotice::areaChanged, &controller,
+                     &SingleLineModeController::setOverlay);
+    const QRegion line = window->mask();
+    notice.show(0.3);
+    ASSERT_NE(notice.label(), nullptr);
+    EXPECT_EQ(notice.label()->text(), QStringLiteral("Offset +0.3 s"));
+    const QRect area = notice.label()->geometry();
+    EXPECT_NE(line.intersected(area), QRegion(area)) << "the line alone would cut it";
+    EXPECT_EQ(window->mask().intersected(area), QRegion(area));
+    EXPECT_LT(area.width(), window->width());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !notice.label(); }, 10000));
+    EXPECT_EQ(window->mask(), line);
 }
 
 // Moves follow a drag past the drag distance; a click or a wobble moves nothing.
