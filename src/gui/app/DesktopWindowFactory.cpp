@@ -11,6 +11,7 @@
 #include "gui/app/NotificationPanel.h"
 #include "gui/app/SearchWindow.h"
 #include "gui/tray/AppIcon.h"
+#include "gui/windows/FrontWindow.h"
 #include "gui/windows/LyricEditorWindow.h"
 #include "gui/windows/SystemDesktop.h"
 
@@ -121,7 +122,5 @@ void DesktopWindowFactory::showLyricEditor()
     m_editor->open(lyricediting::initialText(delegate),
                    song ? QStringLiteral("%1 - %2").arg(song->shown.title, song->shown.artist)
                         : QString());
-    m_editor->show();
-    m_editor->raise();
-    m_editor->activateWindow();
+    FrontWindow::present(m_editor.get());
 }

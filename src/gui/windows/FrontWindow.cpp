@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QKeyEvent>
+#include <QRegion>
 #include <QScreen>
 #include <QWidget>
 
@@ -26,9 +27,13 @@ QList<QRect> onTopFrames(const QWidget* window)
 {
     QList<QRect> frames;
     for (const QWidget* other : QApplication::topLevelWidgets()) {
-        if (other != window && other->isVisible() &&
-            other->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
-            frames << other->frameGeometry();
+        if (other == window || !other->isVisible() ||
+            !other->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+            continue;
+        // A shaped window (the strip) covers only its shape; the rest lets everything through.
+        const QRegion shape = other->mask();
+        frames << (shape.isEmpty() ? other->frameGeometry()
+                                   : shape.boundingRect().translated(other->geometry().topLeft()));
     }
     return frames;
 }

@@ -81,6 +81,22 @@ INSTANTIATE_TEST_SUITE_P(Windows, FrontWindowTest,
                          ::testing::Values(WindowCase{"search", &searchWindow},
                                            WindowCase{"lyric manager", &lyricManager}));
 
+// The strip is a screen-wide window shaped to its line: only the shape is in the way.
+TEST(FrontWindowShaped, OnlyTheShapeOfAShapedWindowIsAvoided)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget strip(nullptr, Qt::Window | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint);
+    strip.setGeometry(screen);
+    const QRect line(screen.width() / 4, screen.height() / 2 - 40, screen.width() / 2, 80);
+    strip.setMask(QRegion(line));
+    strip.show();
+    OpenedWindow opened = lyricManager();
+    opened.window->resize(opened.window->minimumSizeHint().expandedTo(QSize(300, 150)));
+    opened.show();
+    EXPECT_FALSE(opened.window->frameGeometry().intersects(line.translated(screen.topLeft())));
+    EXPECT_TRUE(screen.contains(opened.window->frameGeometry()));
+}
+
 TEST(SearchWindowFocus, ShowingPutsTheKeyboardInTheTitleField)
 {
     LyricSearchWC window;
