@@ -351,6 +351,11 @@ void AppDelegate::showLyricEditor()
     if (m_ports.windows)
         m_ports.windows->showLyricEditor();
 }
+void AppDelegate::showLyricEditorWith(const QString& text)
+{
+    if (m_ports.windows)
+        m_ports.windows->showLyricEditorWith(text);
+}
 LyricManagerPort* AppDelegate::lyricManagerWC()
 {
     return m_menu->lyricManagerWC();

@@ -88,6 +88,8 @@ public:
     void showAbout();
     void showLyricManager();
     void showLyricEditor();
+    // The editor on a text that is not installed (a plain lyric from a search).
+    void showLyricEditorWith(const QString& text);
     LyricManagerPort* lyricManagerWC();
     void notificationCanBeRemoved();
     void setInfo(const QString& info);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <memory>
 
 class LyricManagerPort;
@@ -18,8 +20,10 @@ public:
     virtual std::unique_ptr<PreferencesPort> createPreferences() = 0;
     virtual std::unique_ptr<NotificationPort> createNotification() = 0;
     virtual void showAbout() = 0;
-    // Opens the lyric editor on the song playing; nothing where there are no windows.
+    // Opens the lyric editor on the song playing, with its lyric or with the text given;
+    // nothing where there are no windows.
     virtual void showLyricEditor() {}
+    virtual void showLyricEditorWith(const QString& /*text*/) {}
     // Brings the application forward, ignoring other applications.
     virtual void activateApplication() = 0;
 };

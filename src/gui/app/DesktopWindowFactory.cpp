@@ -84,8 +84,19 @@ void DesktopWindowFactory::showAbout()
     m_about->activateWindow();
 }
 
-// One editor, opened afresh on the lyric and the song playing each time it is asked for.
 void DesktopWindowFactory::showLyricEditor()
+{
+    if (m_delegate)
+        openEditor(lyricediting::initialText(*m_delegate));
+}
+
+void DesktopWindowFactory::showLyricEditorWith(const QString& text)
+{
+    openEditor(text);
+}
+
+// One editor, opened afresh on a text and the song playing each time it is asked for.
+void DesktopWindowFactory::openEditor(const QString& text)
 {
     if (!m_delegate)
         return;
@@ -119,8 +130,7 @@ void DesktopWindowFactory::showLyricEditor()
     // Saving and publishing act on this song, whatever plays when they are asked for.
     *m_edited = lyricediting::song(delegate);
     const auto& song = *m_edited;
-    m_editor->open(lyricediting::initialText(delegate),
-                   song ? QStringLiteral("%1 - %2").arg(song->shown.title, song->shown.artist)
-                        : QString());
+    m_editor->open(text, song ? QStringLiteral("%1 - %2").arg(song->shown.title, song->shown.artist)
+                              : QString());
     FrontWindow::present(m_editor.get());
 }

@@ -30,6 +30,7 @@ public:
     std::unique_ptr<NotificationPort> createNotification() override;
     void showAbout() override;
     void showLyricEditor() override;
+    void showLyricEditorWith(const QString& text) override;
     // Nothing to do: each window raises and activates itself when shown from the menu, and
     // the floating displays never take the focus.
     void activateApplication() override {}
@@ -45,6 +46,8 @@ private:
     QPointer<AppDelegate> m_delegate;
     QPointer<iTunesControl> m_itunes;
     std::unique_ptr<QMessageBox> m_about;
+    void openEditor(const QString& text);
+
     std::unique_ptr<LyricEditorWindow> m_editor;
     // The song the editor was last opened on, shared with its save and publish.
     std::shared_ptr<std::optional<lyricediting::EditedSong>> m_edited =

@@ -77,9 +77,20 @@ LyricSearchWC::LyricSearchWC(QWidget* parent)
     buttons->addWidget(m_serviceBox);
     buttons->addStretch(1);
     auto* editButton = new QPushButton(tr("Edit"), this);
-    connect(editButton, &QPushButton::clicked, this, [] {
-        if (AppDelegate* delegate = AppDelegate::s())
-            delegate->showLyricEditor();
+    editButton->setToolTip(tr("Time the chosen plain lyric, or edit the lyric shown"));
+    connect(editButton, &QPushButton::clicked, this, [this] {
+        AppDelegate* delegate = AppDelegate::s();
+        if (!delegate)
+            return;
+        // A plain candidate is timed in the editor: that is the way to use it.
+        const int row = m_tableView->currentRow();
+        if (service() == Plugin && row >= 0 && row < m_pluginItems.size() &&
+            !isSynced(m_pluginItems.at(row))) {
+            delegate->showLyricEditorWith(
+                m_pluginItems.at(row).toMap().value(QStringLiteral("plainLyrics")).toString());
+            return;
+        }
+        delegate->showLyricEditor();
     });
     buttons->addWidget(editButton);
     buttons->addWidget(m_searchButton);

@@ -165,13 +165,16 @@ TEST_F(LyricEditing, ASyncedLyricIsEditedAndItsFileReplacedWhole)
               QStringList{"Ann--Rain.lrc"}); // no temporary file left
 }
 
-// By hand as automatically, the candidate nearest the song's 60 s comes first.
-TEST_F(LyricEditing, TheSearchWindowRanksByTheSongsDuration)
+// By hand as automatically, the candidate nearest the song's 60 s comes first; a plain one
+// is timed in the editor.
+TEST_F(LyricEditing, TheSearchWindowRanksByTheSongsDurationAndEditsAPlainCandidate)
 {
     lrclib.route("/api/get", RawHttpServer::status(404));
     lrclib.route("/api/search",
                  RawHttpServer::status(200, R"([{"id":1,"trackName":"Rain","artistName":"Ann",)"
                                             R"("duration":75,"syncedLyrics":"[00:01.00]a"},)"
+                                            R"({"id":3,"trackName":"Rain","artistName":"Ann",)"
+                                            R"("duration":60,"plainLyrics":"p1\np2"},)"
                                             R"({"id":2,"trackName":"Rain","artistName":"Ann",)"
                                             R"("duration":60,"syncedLyrics":"[00:01.00]b"}])"));
     playAndLaunch();
@@ -182,8 +185,16 @@ TEST_F(LyricEditing, TheSearchWindowRanksByTheSongsDuration)
     search->setService(LyricSearchWC::Plugin);
     search->searchButton()->click();
     ASSERT_TRUE(waitFor([&] { return !search->isBusy(); }));
-    ASSERT_EQ(search->numberOfRowsInTableView(), 2);
+    ASSERT_EQ(search->numberOfRowsInTableView(), 3);
     EXPECT_EQ(search->objectValue("Duration", 0), "1:00");
+    EXPECT_EQ(search->objectValue("Duration", 2), "1:15");
+    search->tableView()->selectRow(1); // the plain one
+    for (auto* button : search->findChildren<QPushButton*>())
+        if (button->text() == "Edit")
+            button->click();
+    LyricEditorWindow* window = editor();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(window->model().draft().toLrc(), "p1\np2\n");
 }
 
 } // namespace
