@@ -3,6 +3,7 @@
 #include "core/app/AppDelegate.h"
 #include "gui/display/NotificationWindow.h"
 #include "gui/display/NotificationWindowController.h"
+#include "gui/windows/FrontWindow.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -17,7 +18,7 @@ std::vector<QRect> shownWindows(const QWidget* except)
     for (const QWidget* widget : QApplication::topLevelWidgets()) {
         const Qt::WindowType type = widget->windowType();
         if (widget != except && widget->isVisible() && type != Qt::Popup && type != Qt::ToolTip)
-            frames.push_back(widget->frameGeometry());
+            frames.push_back(FrontWindow::coveredArea(widget));
     }
     return frames;
 }

@@ -30,10 +30,7 @@ QList<QRect> onTopFrames(const QWidget* window)
         if (other == window || !other->isVisible() ||
             !other->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
             continue;
-        // A shaped window (the strip) covers only its shape; the rest lets everything through.
-        const QRegion shape = other->mask();
-        frames << (shape.isEmpty() ? other->frameGeometry()
-                                   : shape.boundingRect().translated(other->geometry().topLeft()));
+        frames << coveredArea(other);
     }
     return frames;
 }
@@ -59,6 +56,15 @@ public:
 };
 
 } // namespace
+
+QRect coveredArea(const QWidget* window)
+{
+    if (!window)
+        return {};
+    const QRegion shape = window->mask();
+    return shape.isEmpty() ? window->frameGeometry()
+                           : shape.boundingRect().translated(window->geometry().topLeft());
+}
 
 void addCloseKeys(QWidget* window)
 {
