@@ -336,7 +336,7 @@ void LRCView::paintEvent(QPaintEvent* event)
         const QPointF at(rect.left(), std::round(rect.top() - m_offset));
         if (!event->rect().intersects(QRectF(at, rect.size()).toAlignedRect()))
             continue; // a fill's frame repaints a few pixels of one row
-        if (row != m_litRow || !paintKaraokeRow(painter, row, at))
+        if (row != m_litRow || !paintKaraokeRow(painter, row, at, event->region()))
             painter.drawPixmap(at, pictureOfRow(row));
     }
 }
@@ -362,7 +362,7 @@ std::optional<QRegion> LRCView::karaokeRegion(int row)
     return m_karaoke.sungRegion(*m_karaokeLayout, box, at);
 }
 
-bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
+bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at, const QRegion& painted)
 {
     const std::optional<QRegion> sung = karaokeRegion(row);
     if (!sung)
@@ -370,7 +370,9 @@ bool LRCView::paintKaraokeRow(QPainter& painter, int row, const QPointF& at)
     const QPixmap normal = pictureOfRow(row, false); // shared copies: the cache may rehash
     const QPixmap lit = pictureOfRow(row, true);
     KaraokeFill::paint(painter, at, normal, lit, *sung);
-    m_karaokePainted = *sung;
+    // The fill may have moved on since its frame asked for this paint: what is on screen is the
+    // new fill inside the painted area and the old one outside it.
+    m_karaokePainted = m_karaokePainted.subtracted(painted).united(sung->intersected(painted));
     return true;
 }
 

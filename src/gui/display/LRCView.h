@@ -104,7 +104,7 @@ private:
     const QPixmap& pictureOfRow(int row);
     const QPixmap& pictureOfRow(int row, bool lit);
     // The lit row filled word by word; false when it has no word timing.
-    bool paintKaraokeRow(QPainter& painter, int row, const QPointF& at);
+    bool paintKaraokeRow(QPainter& painter, int row, const QPointF& at, const QRegion& painted);
     // The sung region of the lit row in the viewport; nullopt when the row has no fill.
     std::optional<QRegion> karaokeRegion(int row);
     void followKaraoke(double seconds);

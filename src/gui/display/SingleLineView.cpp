@@ -228,7 +228,7 @@ void SingleLineView::renderLit(const QImage& shadow)
     wrapped.draw(painter, text, m_sungColor);
 }
 
-void SingleLineView::paintEvent(QPaintEvent*)
+void SingleLineView::paintEvent(QPaintEvent* event)
 {
     if (m_dirty || m_picture.size() != size() * devicePixelRatioF())
         render();
@@ -241,7 +241,10 @@ void SingleLineView::paintEvent(QPaintEvent*)
     }
     // Laid out once per line: each frame only measures where the fill ends.
     const QRegion sung = sungRegion();
-    m_sungPainted = sung;
+    // The fill may have moved on since its frame asked for this paint: what is on screen is the
+    // new fill inside the painted area and the old one outside it.
+    const QRegion painted = event->region();
+    m_sungPainted = m_sungPainted.subtracted(painted).united(sung.intersected(painted));
     painter.setClipRegion(QRegion(rect()) - sung);
     painter.drawImage(QPointF(), m_picture);
     painter.setClipRegion(sung);
