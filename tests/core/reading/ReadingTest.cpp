@@ -100,7 +100,7 @@ TEST(ScriptOnDisplay, ConvertsTheShownTextAndLeavesTheFileAlone)
     EXPECT_EQ(r->textOf(0, {}), QStringLiteral("爱与梦"));
     EXPECT_EQ(r->secondaryOf(0), QStringLiteral("ài yǔ mèng"));
     EXPECT_EQ(r->textOf(1, {}), QStringLiteral("Love"));
-    EXPECT_TRUE(r->isFolded(1)); // a translation is not lit in place of its line
+    EXPECT_TRUE(r->isFolded(1));               // a translation is not lit in place of its line
     EXPECT_EQ(reading.readingsFor(&lyric), r); // once per lyric
     EXPECT_EQ(lyric.lrcItemAtIndex(0)->content(), QStringLiteral("愛與夢"));
     EXPECT_EQ(lyric.contents(), contents);
