@@ -99,6 +99,18 @@ protected:
         return waitFor([&] { return app->lrcAvailable() && app->state().lyricOrigin() == origin; },
                        ms);
     }
+    // Jukora plays Ann's "Rain", whose lyric is in the folder; the service is published.
+    std::unique_ptr<QDBusInterface> serve(const QByteArray& lyric)
+    {
+        writeStored("Ann--Rain", lyric);
+        startPlayer("jukora", {song("Ann", "Rain")});
+        play();
+        launch();
+        EXPECT_TRUE((new AppDBusService(*app))->publish()); // owned by the controller
+        EXPECT_TRUE(waitLoaded(AppState::Folder));
+        return std::make_unique<QDBusInterface>(
+            AppDBusService::kServiceName, AppDBusService::kObjectPath, AppDBusService::kInterface);
+    }
     QString stored(const QString& identify) const
     {
         return QString::fromUtf8(readFile(lyricsFolder() + u'/' + identify + ".lrc"));
@@ -452,15 +464,8 @@ TEST_F(EndToEnd, ALatePluginAnswerIsInstalled)
 
 TEST_F(EndToEnd, TheServicePublishesTheStateAndAnswersItsMethods)
 {
-    writeStored("Ann--Rain", kStored);
-    startPlayer("jukora", {song("Ann", "Rain")});
-    play();
-    launch();
-    auto* service = new AppDBusService(*app);
-    ASSERT_TRUE(service->publish());
-    ASSERT_TRUE(waitLoaded(AppState::Folder));
-    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
-                          AppDBusService::kInterface);
+    const auto service = serve(kStored);
+    QDBusInterface& remote = *service;
     EXPECT_EQ(remote.property("SourceKind").toInt(), 2);
     EXPECT_EQ(remote.property("SourceName").toString(), "Jukora");
     EXPECT_EQ(remote.property("Artist").toString(), "Ann");
@@ -478,15 +483,8 @@ TEST_F(EndToEnd, TheServicePublishesTheStateAndAnswersItsMethods)
 
 TEST_F(EndToEnd, TheServiceRefusesArgumentsOutOfRangeBeforeAnyWork)
 {
-    writeStored("Ann--Rain", kStored);
-    startPlayer("jukora", {song("Ann", "Rain")});
-    play();
-    launch();
-    auto* service = new AppDBusService(*app);
-    ASSERT_TRUE(service->publish());
-    ASSERT_TRUE(waitLoaded(AppState::Folder));
-    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
-                          AppDBusService::kInterface);
+    const auto service = serve(kStored);
+    QDBusInterface& remote = *service;
     const QString huge = "[00:01]" + QString(foundation::kMaxLyricBytes / 2, QChar(0xE9));
     const QList<std::pair<QString, QVariant>> calls{
         {"SetLyric", huge}, {"SetMode", 2}, {"SetMode", -1}};
@@ -501,14 +499,8 @@ TEST_F(EndToEnd, TheServiceRefusesArgumentsOutOfRangeBeforeAnyWork)
 
 TEST_F(EndToEnd, TheServiceNudgesTheOffsetIntoTheFileAndSeeksThePlayer)
 {
-    writeStored("Ann--Rain", "[00:10.00]one\n[00:50.00]two\n[offset:100]\n");
-    startPlayer("jukora", {song("Ann", "Rain")});
-    play();
-    launch();
-    ASSERT_TRUE((new AppDBusService(*app))->publish());
-    ASSERT_TRUE(waitLoaded(AppState::Folder));
-    QDBusInterface remote(AppDBusService::kServiceName, AppDBusService::kObjectPath,
-                          AppDBusService::kInterface);
+    const auto service = serve("[00:10.00]one\n[00:50.00]two\n[offset:100]\n");
+    QDBusInterface& remote = *service;
     EXPECT_DOUBLE_EQ(remote.property("Offset").toDouble(), 0.1);
     remote.call("NudgeOffset", -0.3);
     EXPECT_DOUBLE_EQ(remote.property("Offset").toDouble(), -0.2);
