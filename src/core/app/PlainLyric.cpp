@@ -1,11 +1,14 @@
 #include "core/app/PlainLyric.h"
 
-#include "core/lyric/LRCItem.h"
 #include "core/lyric/Lyric.h"
 
 #include <QStringList>
 
 namespace plainlyric {
+
+namespace {
+constexpr int kNeverMinutes = 9000;
+} // namespace
 
 std::optional<Pick> pickCandidate(const QVariantList& items)
 {
@@ -24,23 +27,25 @@ std::optional<Pick> pickCandidate(const QVariantList& items)
 
 std::unique_ptr<Lyric> lyricFromPlainText(const QString& text)
 {
-    constexpr float kNever = Lyric::LastItemEndTime;
-    std::vector<std::unique_ptr<LRCItem>> items;
+    // Parsed like any lyric (the displays read only a parsed document), each line timed a
+    // hundredth after the one before it from 150 hours on: in order, and never reached.
     QStringList lines = text.split(u'\n');
     lines.prepend(QString());
-    for (QString& line : lines) {
+    QString lrc;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        QString line = lines[i];
         if (line.endsWith(u'\r'))
             line.chop(1);
-        auto item = std::make_unique<LRCItem>();
-        item->setContent(line);
-        item->setStartTime(kNever);
-        item->setEndTime(kNever);
-        item->setIndex(int(items.size()));
-        items.push_back(std::move(item));
+        const qsizetype centis = i;
+        lrc += QStringLiteral("[%1:%2.%3]%4\n")
+                   .arg(kNeverMinutes + centis / 6000)
+                   .arg(centis / 100 % 60, 2, 10, QChar(u'0'))
+                   .arg(centis % 100, 2, 10, QChar(u'0'))
+                   .arg(line);
     }
     auto lyric = std::make_unique<Lyric>();
+    lyric->parseLRCcontent(lrc);
     lyric->setContents(text);
-    lyric->setLrcArray(std::move(items));
     return lyric;
 }
 

@@ -1,4 +1,5 @@
 #include "DesktopAppFixture.h"
+#include "core/app/PlainLyric.h"
 #include "gui/app/LyricPanel.h"
 #include "gui/app/NotificationPanel.h"
 #include "gui/app/PlatformChoice.h"
@@ -93,10 +94,18 @@ TEST_F(PanelLookTest, APlainLyricIsReadWithTheOfferAndNoStatusOverIt)
     auto* view = panel->window()->findChild<LRCView*>();
     ASSERT_NE(view, nullptr);
     AppState& state = controller->state();
+    const auto plain = plainlyric::lyricFromPlainText(QStringLiteral("First line\nSecond line"));
     state.setSynced(false);
+    state.showLyric(plain.get());
     state.setLyricLoaded(true);
     state.showInfo(QStringLiteral("unsynced lyric"));
     EXPECT_FALSE(view->isDefaultStringVisible());
+    const QImage shown = view->grab().toImage();
+    int inked = 0;
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x)
+            inked += qGray(shown.pixel(x, y)) > 100;
+    EXPECT_GT(inked, 50) << "the plain text is drawn";
     const auto offer = [&] {
         for (auto* button : panel->window()->findChildren<QPushButton*>())
             if (button->text() == QStringLiteral("Time it..."))
