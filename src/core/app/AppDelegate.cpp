@@ -314,6 +314,11 @@ void AppDelegate::setupLRCcontent(const QString& text)
     m_acquisition->setupLRCcontent(text);
 }
 
+void AppDelegate::installEditedLyric(const QString& text)
+{
+    m_acquisition->installEdited(text);
+}
+
 void AppDelegate::toggleLyricsWindow()
 {
     m_menu->toggleLyricsWindow();

@@ -140,6 +140,7 @@ public Q_SLOTS:
     void mprisSongChanged();
     // The search window's pick.
     void setupLRCcontent(const QString& text);
+    void installEditedLyric(const QString& text);
 
     // LrcFetcherDelegate: the plug-in's answers.
     void lyricsListFetched(const QVariantList& items);

@@ -196,6 +196,15 @@ void LyricAcquisition::showSearchWindow()
         m_searchWC->showFor(song->title, song->artist, song->duration);
 }
 
+void LyricAcquisition::installEdited(const QString& text)
+{
+    auto lyric = std::make_unique<Lyric>();
+    lyric->parseLRCcontent(text);
+    m_state.showLyric(lyric.get()); // the displays leave the old document before it goes
+    m_shown.parser = std::move(lyric);
+    setupLRCcontent(text);
+}
+
 // A pick by hand is stored by the save settings but never shared.
 void LyricAcquisition::setupLRCcontent(const QString& text)
 {

@@ -51,6 +51,9 @@ public:
     void forceWriteLyric(Lyric& lyric);
     void showSearchWindow();
     void setupLRCcontent(const QString& text);
+    // A lyric from the editor: a new document, so nothing of the old one (its offset tag)
+    // carries over; then installed as a pick by hand.
+    void installEdited(const QString& text);
     // An unsynced lyric found online: shown unlit, Synced false, the status "unsynced lyric".
     void installPlain(const QString& text);
     // The installed lyric's text when it is unsynced, else null.

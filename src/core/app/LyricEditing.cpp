@@ -77,7 +77,7 @@ std::optional<QString> save(AppDelegate& delegate, const std::optional<EditedSon
     const auto playing = lyricediting::song(delegate);
     const auto now = playing ? playing->filed : std::nullopt;
     if (now && now->artist == names->artist && now->title == names->title)
-        delegate.setupLRCcontent(lrc);
+        delegate.installEditedLyric(lrc);
     return std::nullopt;
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/app/AppDBusService.h"
 #include "core/app/LyricEditing.h"
+#include "core/app/SyncControls.h"
 #include "core/foundation/RegularFile.h"
 #include "core/store/LyricTagBlock.h"
 #include "support/RoundTrip.h"
@@ -232,7 +233,8 @@ TEST_F(EndToEnd, APlainLyricIsShownUnlitAndNeverSavedNorShared)
     EXPECT_EQ(itunes->currentTrack()->lyrics(), "");
     app->forceWriteLyric(*app->lyric());
     EXPECT_FALSE(QFile::exists(lyricsFolder() + "/Ann--Rain.lrc"));
-    waitFor([] { return false; }, 300); // an upload would come now
+    QCoreApplication::processEvents(); // an upload would have started now
+    EXPECT_EQ(PLHttpConfig::s().connections(), 0);
     EXPECT_TRUE(sharing.requests().isEmpty());
 }
 
@@ -315,7 +317,7 @@ TEST_F(EndToEnd, AnEmptyArtistLeavesTheSearchAtFetching)
 TEST_F(EndToEnd, AnEditorSavesForTheSongItOpenedOnAndInstallsOnlyWhileItPlays)
 {
     answerList("[]");
-    writeStored("Bo--Snow", kStored);
+    writeStored("Bo--Snow", "[offset:500]\n" + kStored);
     startPlayer("jukora", {song("Ann", "Rain"), song("Bo", "Snow")});
     launch();
     ASSERT_TRUE(waitStatus("lyric is not available"));
@@ -324,11 +326,16 @@ TEST_F(EndToEnd, AnEditorSavesForTheSongItOpenedOnAndInstallsOnlyWhileItPlays)
     ASSERT_TRUE(waitLoaded(AppState::Folder));
     EXPECT_EQ(lyricediting::save(*app, rain, "[00:01]timed\n"), std::nullopt);
     EXPECT_EQ(stored("Ann--Rain"), "[00:01]timed\n");
-    EXPECT_EQ(stored("Bo--Snow"), QString::fromUtf8(kStored)); // the song playing keeps its own
-    EXPECT_EQ(app->lyric()->contents(), QString::fromUtf8(kStored));
+    const QString snow = QString::fromUtf8("[offset:500]\n" + kStored);
+    EXPECT_EQ(stored("Bo--Snow"), snow); // the song playing keeps its own
+    EXPECT_EQ(app->lyric()->contents(), snow);
     EXPECT_EQ(lyricediting::save(*app, lyricediting::song(*app), "[00:02]snow\n"), std::nullopt);
     EXPECT_EQ(stored("Bo--Snow"), "[00:02]snow\n");
     EXPECT_EQ(app->lyric()->contents(), "[00:02]snow\n");
+    // The old document's offset tag is gone with it: a nudge now lands in the file.
+    EXPECT_TRUE(app->sync().nudgeOffset(0.1));
+    EXPECT_TRUE(waitFor([&] { return stored("Bo--Snow") == "[00:02]snow\n\n[offset:100]"; }))
+        << stored("Bo--Snow").toStdString();
     EXPECT_TRUE(lyricediting::save(*app, std::nullopt, "[00:02]x\n").has_value());
 }
 
